@@ -1,0 +1,74 @@
+# Developer entry points; each wraps CMake (Ninja) in its own build folder.
+#
+#   make demo         build the vfc tool and run it on samples/
+#   make test         build everything and run every test (non-zero exit on any failure)
+#   make test-asan    the same under AddressSanitizer, UndefinedBehaviorSanitizer, LeakSanitizer
+#   make bench        build and run the benchmarks (Release)
+#   make fuzz         build the fuzzers with clang and run each for FUZZ_SECONDS
+#   make install PREFIX=/some/where
+#   make format       clang-format every source file
+#
+# WERROR=ON turns warnings into errors; CXX picks the compiler (g++ by default).
+
+CXX        ?= g++
+WERROR     ?= OFF
+PREFIX     ?= /usr/local
+JOBS       ?= $(shell nproc 2>/dev/null || echo 2)
+FUZZ_SECONDS ?= 60
+BUILD      ?= build
+
+CMAKE_CONFIGURE = cmake -G Ninja -DCMAKE_CXX_COMPILER=$(CXX) -DVFC_WERROR=$(WERROR)
+
+.PHONY: all build demo test test-asan bench fuzz install format clean
+
+all: build
+
+build:
+	$(CMAKE_CONFIGURE) -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo
+	cmake --build $(BUILD) -j $(JOBS)
+
+demo: build
+	@echo '--- vfc grep: environment-variable references in samples/paths.txt'
+	$(BUILD)/tools/vfc/vfc grep -o '%[^%]+%|\$$[^$$/:\\]+' samples/paths.txt
+	@echo '--- vfc grep: lines holding a URL scheme'
+	$(BUILD)/tools/vfc/vfc grep '^[a-z]+://|[ "][a-z]+://' samples/paths.txt samples/notes.txt
+	@echo '--- vfc grep: HTML file names, as a wildcard list'
+	$(BUILD)/tools/vfc/vfc grep -list '*.htm;*.html' samples/files.txt
+	@echo '--- vfc urlencode / urldecode'
+	$(BUILD)/tools/vfc/vfc urlencode 'Release Notes/2026 #3.html' '~user/a b?x=1&y=2'
+	$(BUILD)/tools/vfc/vfc urldecode 'Release%20Notes%2f2026%20%233.html' 'keep%00%zz'
+
+test: build
+	ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
+
+test-asan:
+	$(CMAKE_CONFIGURE) -S . -B $(BUILD)-asan -DCMAKE_BUILD_TYPE=Debug -DVFC_SANITIZE=ON
+	cmake --build $(BUILD)-asan -j $(JOBS)
+	ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 \
+	LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp:print_suppressions=0 \
+	UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+	ctest --test-dir $(BUILD)-asan --output-on-failure -j $(JOBS)
+
+bench:
+	$(CMAKE_CONFIGURE) -S . -B $(BUILD)-bench -DCMAKE_BUILD_TYPE=Release -DVFC_BUILD_BENCH=ON \
+	    -DVFC_BUILD_TESTS=OFF
+	cmake --build $(BUILD)-bench -j $(JOBS)
+	$(BUILD)-bench/bench/string_bench
+	$(BUILD)-bench/bench/regex_bench
+
+fuzz:
+	cmake -G Ninja -S . -B $(BUILD)-fuzz -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	    -DVFC_SHARED=OFF -DVFC_BUILD_FUZZ=ON -DVFC_BUILD_TESTS=OFF -DVFC_BUILD_TOOLS=OFF
+	cmake --build $(BUILD)-fuzz -j $(JOBS)
+	mkdir -p $(BUILD)-fuzz/corpus/regexp
+	$(BUILD)-fuzz/fuzz/regexp_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=512 \
+	    $(BUILD)-fuzz/corpus/regexp fuzz/corpus/regexp
+
+install: build
+	cmake --install $(BUILD) --prefix $(PREFIX)
+
+format:
+	git ls-files '*.h' '*.cpp' | xargs clang-format -i
+
+clean:
+	rm -rf $(BUILD) $(BUILD)-asan $(BUILD)-bench $(BUILD)-fuzz

@@ -1,0 +1,82 @@
+// vfc: command-line access to the library's text, path and file facilities.
+//
+//   vfc -help                 lists the subcommands
+//   vfc SUBCOMMAND -help      prints that subcommand's usage
+//   vfc SUBCOMMAND ARGS...    runs it
+#include <cstring>
+#include <iostream>
+
+#include "vfcTool.h"
+
+namespace vfctool {
+
+const std::vector<Command>& commands() {
+    static const std::vector<Command> all = {
+        {"grep", "[-o] [-glob | -list] PATTERN FILE...",
+         "print the lines of FILEs that match PATTERN, with their positions",
+         "PATTERN is a vRegExp: single expressions separated by \"|\", matched leftmost, then\n"
+         "longest. Each matching line prints as FILE:LINE:COLUMN:TEXT, where COLUMN is the\n"
+         "1-based column of the first match.\n"
+         "  -o      print each non-empty match as FILE:LINE:COLUMN:MATCH instead\n"
+         "  -glob   PATTERN is a wildcard (* and ?), matched against the whole line\n"
+         "  -list   PATTERN is a semicolon list of wildcards, such as *.htm;*.html\n"
+         "FILE \"-\" reads the standard input. Exit status 0 when a line matched, 1 when none\n"
+         "did or a file could not be read, 2 on bad usage.",
+         runGrep},
+        {"urlencode", "TEXT...", "print each TEXT with URL escapes",
+         "Escapes blank \" # % & ' / < > ? [ \\ ] ^ ` { | } ~ as %xx (lower-case hex).",
+         runUrlEncode},
+        {"urldecode", "TEXT...", "print each TEXT with its URL escapes decoded",
+         "Decodes each %xx (either case) except %00; other % signs stay as written.",
+         runUrlDecode},
+    };
+    return all;
+}
+
+void printUsage(std::ostream& out, const Command& command) {
+    out << "usage: vfc " << command.name << ' ' << command.synopsis << "\n\n"
+        << command.details << '\n';
+}
+
+int usageError(const char* name, const std::string& message) {
+    std::cerr << "vfc " << name << ": " << message << "\n(see \"vfc " << name << " -help\")\n";
+    return kUsage;
+}
+
+namespace {
+
+void printHelp(std::ostream& out) {
+    out << "usage: vfc SUBCOMMAND [ARGS...]\n       vfc SUBCOMMAND -help\n\nSubcommands:\n";
+    for (const Command& c : commands()) {
+        std::string head = std::string("  ") + c.name;
+        out << head << std::string(head.size() < 14 ? 14 - head.size() : 1, ' ') << c.summary
+            << '\n';
+    }
+}
+
+}  // namespace
+}  // namespace vfctool
+
+int main(int argc, char** argv) {
+    using namespace vfctool;
+    if (argc < 2) {
+        printHelp(std::cerr);
+        return kUsage;
+    }
+    if (!std::strcmp(argv[1], "-help")) {
+        printHelp(std::cout);
+        return kSuccess;
+    }
+    for (const Command& c : commands()) {
+        if (std::strcmp(argv[1], c.name) != 0) continue;
+        Args args(argv + 2, argv + argc);
+        if (args.size() == 1 && args[0] == "-help") {
+            printUsage(std::cout, c);
+            return kSuccess;
+        }
+        return c.run(args);
+    }
+    std::cerr << "vfc: unknown subcommand \"" << argv[1] << "\"\n";
+    printHelp(std::cerr);
+    return kUsage;
+}

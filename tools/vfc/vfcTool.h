@@ -1,0 +1,41 @@
+// The subcommands of the vfc tool. Each one takes its own arguments (after the subcommand name)
+// and returns the process exit code: 0 success, 1 failure (for grep: nothing matched), 2 bad
+// usage.
+#ifndef VFC_TOOLS_VFC_VFCTOOL_H
+#define VFC_TOOLS_VFC_VFCTOOL_H
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace vfctool {
+
+using Args = std::vector<std::string>;
+
+constexpr int kSuccess = 0;
+constexpr int kFailure = 1;
+constexpr int kUsage = 2;
+
+struct Command {
+    const char* name;
+    const char* synopsis;  // the arguments, as shown by "vfc -help"
+    const char* summary;   // one line
+    const char* details;   // shown by "vfc NAME -help" after the synopsis
+    int (*run)(const Args& args);
+};
+
+// Every subcommand, in the order "vfc -help" lists them.
+const std::vector<Command>& commands();
+
+// Prints "usage: vfc NAME SYNOPSIS" and the details of command to out.
+void printUsage(std::ostream& out, const Command& command);
+// Reports bad usage of the named command on std::cerr; returns kUsage.
+int usageError(const char* name, const std::string& message);
+
+int runGrep(const Args& args);
+int runUrlEncode(const Args& args);
+int runUrlDecode(const Args& args);
+
+}  // namespace vfctool
+
+#endif  // VFC_TOOLS_VFC_VFCTOOL_H

@@ -1,0 +1,27 @@
+// vSlistIterator: walks a vSlist. Make one on the list, then loop while fAdvance() is true,
+// reading the current element with apKey().
+#ifndef VFC_COLLECTIONS_VSLISTITERATOR_H
+#define VFC_COLLECTIONS_VSLISTITERATOR_H
+
+#include "vfc/base/export.h"
+#include "vfc/collections/vSlist.h"
+#include "vfc/rw/RWSlistCollectablesIterator.h"
+
+class VFC_API vSlistIterator : public RWSlistCollectablesIterator {
+public:
+    explicit vSlistIterator(const vSlist& list);
+    vSlistIterator(const vSlistIterator& other) = default;
+    vSlistIterator& operator=(const vSlistIterator& other) = default;
+    ~vSlistIterator() override;
+
+    // Back to before the first element; true.
+    bool fReset();
+    // To the next element; false at the end, where the iterator then stays.
+    bool fAdvance();
+    // The current element; null before the first fAdvance and after the end.
+    const RWCollectable* apKey() const { return key(); }
+    bool fAtFirst() const { return atFirst(); }
+    bool fAtLast() const { return atLast(); }
+};
+
+#endif  // VFC_COLLECTIONS_VSLISTITERATOR_H

@@ -1,0 +1,44 @@
+// vVBuffer: a growable byte buffer kept as a list of fixed-size segments, so appending never moves
+// what is already stored. Readers walk it segment by segment.
+#ifndef VFC_CORE_VVBUFFER_H
+#define VFC_CORE_VVBUFFER_H
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "vfc/base/export.h"
+#include "vfc/rw/RWCollectable.h"
+
+class VFC_API vVBuffer : public RWCollectable {
+public:
+    // segmentSize: bytes per segment (at least 1).
+    explicit vVBuffer(size_t segmentSize = 4096);
+    vVBuffer(const vVBuffer& other) = default;
+    vVBuffer& operator=(const vVBuffer& other) = default;
+    ~vVBuffer() override;
+
+    void fAppend(const char* bytes, size_t n);
+    void fAppend(const char* text);
+    size_t fLength() const { return aLength; }
+    size_t fSegments() const { return aSegments.size(); }
+    void fClear();
+
+    // Calls visit once per segment, in order, with the segment's bytes and length, until visit
+    // returns false. True when every segment was visited.
+    bool fForEachSegment(const std::function<bool(const char*, size_t)>& visit) const;
+
+    RWCollectable* newSpecies() const override;
+    RWCollectable* copy() const override;
+    RWClassID isA() const override { return classIsA(); }
+    static RWClassID classIsA();
+    static const RWClassID myAtom;
+
+private:
+    size_t aSegmentSize;
+    size_t aLength = 0;
+    std::vector<std::string> aSegments;  // every one full but the last
+};
+
+#endif  // VFC_CORE_VVBUFFER_H

@@ -1,0 +1,180 @@
+// RWCString: the reference-counted byte string of the platform layer. Copies share one buffer
+// until either side changes, so collections can copy strings freely. Bytes are arbitrary (zeros
+// included); the buffer is always followed by a terminating zero so data() can go to C APIs.
+// Nothing here throws: positions out of range are answered with the zero byte, the no-position
+// value RW_NPOS or a null substring, as each function says.
+#ifndef VFC_RW_RWCSTRING_H
+#define VFC_RW_RWCSTRING_H
+
+#include <atomic>
+#include <cstddef>
+#include <cstring>
+#include <iosfwd>
+#include <string_view>
+
+#include "vfc/base/export.h"
+
+class RWCRegexp;
+class RWCSubString;
+
+// The position that means "no position": a failed search, a null substring.
+constexpr size_t RW_NPOS = static_cast<size_t>(-1);
+
+class VFC_API RWCString {
+public:
+    enum caseCompare { exact, ignoreCase };
+
+    RWCString() noexcept : p_(emptyChars()) {}
+    RWCString(const char* s);  // up to the terminating zero; null is the empty string
+    RWCString(const char* s, size_t n);
+    RWCString(char c, size_t n);  // n copies of c
+    RWCString(const RWCSubString& sub);
+    explicit RWCString(std::string_view s) : RWCString(s.data(), s.size()) {}
+    RWCString(const RWCString& other) noexcept;
+    RWCString(RWCString&& other) noexcept : p_(other.p_) { other.p_ = emptyChars(); }
+    ~RWCString() { release(); }
+
+    RWCString& operator=(const RWCString& other) noexcept;
+    RWCString& operator=(RWCString&& other) noexcept;
+    RWCString& operator=(const char* s);
+
+    size_t length() const noexcept { return rep()->len; }
+    bool isNull() const noexcept { return rep()->len == 0; }
+    // The bytes, followed by a zero byte.
+    const char* data() const noexcept { return p_; }
+    std::string_view view() const noexcept { return {p_, rep()->len}; }
+    size_t capacity() const noexcept { return rep()->cap; }
+
+    // The byte at i. Past the end the const form gives 0 and the other form a scratch byte that
+    // reads 0, so a bad index never touches memory outside the string.
+    char operator()(size_t i) const noexcept { return i < length() ? p_[i] : '\0'; }
+    char& operator()(size_t i);
+    char operator[](size_t i) const noexcept { return (*this)(i); }
+    char& operator[](size_t i) { return (*this)(i); }
+
+    // A view of [start, start + len); the null substring when the range does not fit.
+    RWCSubString operator()(size_t start, size_t len);
+    const RWCSubString operator()(size_t start, size_t len) const;
+    // The first match of re at or after start; the null substring when there is none.
+    RWCSubString operator()(const RWCRegexp& re, size_t start = 0);
+    const RWCSubString operator()(const RWCRegexp& re, size_t start = 0) const;
+
+    RWCString& append(const char* s) { return append(s, s ? std::strlen(s) : 0); }
+    RWCString& append(const char* s, size_t n) { return replace(length(), 0, s, n); }
+    RWCString& append(const RWCString& s) { return append(s.data(), s.length()); }
+    RWCString& append(char c, size_t n = 1);
+    RWCString& operator+=(const char* s) { return append(s); }
+    RWCString& operator+=(const RWCString& s) { return append(s); }
+    RWCString& operator+=(char c) { return append(c, 1); }
+
+    RWCString& prepend(const char* s) { return prepend(s, s ? std::strlen(s) : 0); }
+    RWCString& prepend(const char* s, size_t n) { return replace(0, 0, s, n); }
+    RWCString& prepend(const RWCString& s) { return prepend(s.data(), s.length()); }
+
+    // Positions past the end are clamped to the end.
+    RWCString& insert(size_t pos, const char* s) { return replace(pos, 0, s); }
+    RWCString& insert(size_t pos, const char* s, size_t n) { return replace(pos, 0, s, n); }
+    RWCString& insert(size_t pos, const RWCString& s) { return replace(pos, 0, s); }
+
+    // Removes from pos to the end, or n bytes from pos; out-of-range parts are ignored.
+    RWCString& remove(size_t pos) { return replace(pos, RW_NPOS, "", 0); }
+    RWCString& remove(size_t pos, size_t n) { return replace(pos, n, "", 0); }
+
+    // Replaces n bytes at pos (clamped to the string) with the given text. The text may lie
+    // inside this string.
+    RWCString& replace(size_t pos, size_t n, const char* s) {
+        return replace(pos, n, s, s ? std::strlen(s) : 0);
+    }
+    RWCString& replace(size_t pos, size_t n, const RWCString& s) {
+        return replace(pos, n, s.data(), s.length());
+    }
+    RWCString& replace(size_t pos, size_t n, const char* s, size_t sn);
+
+    // Negative, zero or positive, bytes compared as unsigned; ignoreCase folds ASCII letters
+    // only, so the result never depends on the C locale.
+    int compareTo(const char* s, caseCompare cmp = exact) const;
+    int compareTo(const RWCString& s, caseCompare cmp = exact) const;
+    unsigned hash(caseCompare cmp = exact) const;
+
+    // Position of the first occurrence of pat at or after start, or RW_NPOS.
+    size_t index(const char* pat, size_t start = 0, caseCompare cmp = exact) const {
+        return index(pat, pat ? std::strlen(pat) : 0, start, cmp);
+    }
+    size_t index(const RWCString& pat, size_t start = 0, caseCompare cmp = exact) const {
+        return index(pat.data(), pat.length(), start, cmp);
+    }
+    size_t index(const char* pat, size_t patLength, size_t start, caseCompare cmp) const;
+    // Leftmost-longest match of re at or after start, or RW_NPOS; *extent gets its length.
+    size_t index(const RWCRegexp& re, size_t start = 0) const;
+    size_t index(const RWCRegexp& re, size_t* extent, size_t start = 0) const;
+
+    bool contains(const char* pat, caseCompare cmp = exact) const {
+        return index(pat, 0, cmp) != RW_NPOS;
+    }
+    bool contains(const RWCString& pat, caseCompare cmp = exact) const {
+        return index(pat, 0, cmp) != RW_NPOS;
+    }
+    // Position of the first (last) byte c, or RW_NPOS.
+    size_t first(char c) const noexcept;
+    size_t last(char c) const noexcept;
+
+    // Case mapping of every byte through the C library's tolower/toupper in the current locale.
+    void toLower();
+    void toUpper();
+
+protected:
+    // The bytes, writable and no longer shared, for subclasses that rewrite them in place and do
+    // not hand the pointer out.
+    char* uniqueData() {
+        reserveUnique(length(), length());
+        return p_;
+    }
+
+private:
+    struct Rep {
+        std::atomic<int> refs;
+        // Set once a writable reference to a byte was handed out: the buffer is then never
+        // shared again, so writes through that reference cannot reach a copy.
+        bool leaked;
+        size_t len;
+        size_t cap;
+    };
+    struct EmptyStorage {
+        Rep rep;
+        char zero[8];
+    };
+    static EmptyStorage empty_;
+
+    static char* emptyChars() noexcept { return reinterpret_cast<char*>(&empty_.rep + 1); }
+    Rep* rep() const noexcept { return reinterpret_cast<Rep*>(p_) - 1; }
+    static char* allocate(size_t cap);
+    void release() noexcept;
+    // Makes the buffer unshared with room for cap bytes, keeping the first keep bytes.
+    void reserveUnique(size_t cap, size_t keep);
+
+    char* p_;  // the bytes; the Rep header stands right before them
+};
+
+VFC_API RWCString operator+(const RWCString& a, const RWCString& b);
+VFC_API RWCString operator+(const RWCString& a, const char* b);
+VFC_API RWCString operator+(const char* a, const RWCString& b);
+
+inline bool operator==(const RWCString& a, const RWCString& b) noexcept {
+    return a.length() == b.length() && std::memcmp(a.data(), b.data(), a.length()) == 0;
+}
+inline bool operator==(const RWCString& a, const char* b) noexcept {
+    return a.view() == std::string_view(b ? b : "");
+}
+inline bool operator==(const char* a, const RWCString& b) noexcept { return b == a; }
+inline bool operator!=(const RWCString& a, const RWCString& b) noexcept { return !(a == b); }
+inline bool operator!=(const RWCString& a, const char* b) noexcept { return !(a == b); }
+inline bool operator!=(const char* a, const RWCString& b) noexcept { return !(b == a); }
+inline bool operator<(const RWCString& a, const RWCString& b) { return a.compareTo(b) < 0; }
+inline bool operator>(const RWCString& a, const RWCString& b) { return a.compareTo(b) > 0; }
+inline bool operator<=(const RWCString& a, const RWCString& b) { return a.compareTo(b) <= 0; }
+inline bool operator>=(const RWCString& a, const RWCString& b) { return a.compareTo(b) >= 0; }
+
+// Writes the bytes as they are, zeros included.
+VFC_API std::ostream& operator<<(std::ostream& out, const RWCString& s);
+
+#endif  // VFC_RW_RWCSTRING_H

@@ -1,0 +1,59 @@
+// RWSlistCollectables: a singly linked list of collectable pointers, with constant-time append
+// and prepend. It does not own its elements: destroying the list leaves them alone, and
+// clearAndDestroy is the way to destroy them.
+#ifndef VFC_RW_RWSLISTCOLLECTABLES_H
+#define VFC_RW_RWSLISTCOLLECTABLES_H
+
+#include <cstddef>
+
+#include "vfc/base/export.h"
+#include "vfc/rw/RWCollection.h"
+
+class VFC_API RWSlistCollectables : public RWCollection {
+public:
+    RWSlistCollectables() = default;
+    // Copying would leave two lists holding the same pointers; subclasses that own their
+    // elements define copies that duplicate them.
+    RWSlistCollectables(const RWSlistCollectables&) = delete;
+    RWSlistCollectables& operator=(const RWSlistCollectables&) = delete;
+    ~RWSlistCollectables() override;
+
+    size_t entries() const override { return count_; }
+    RWCollectable* insert(RWCollectable* a) override { return append(a); }
+    RWCollectable* find(const RWCollectable* target) const override;
+    RWCollectable* remove(const RWCollectable* target) override;
+    void clear() override;
+    void clearAndDestroy() override;
+
+    RWCollectable* append(RWCollectable* a);
+    RWCollectable* prepend(RWCollectable* a);
+    // Inserts a so that it stands at position i (i == entries() appends); null when i is past
+    // the end.
+    RWCollectable* insertAt(size_t i, RWCollectable* a);
+    // The first, last or i-th element; null when there is none.
+    RWCollectable* first() const { return head_ ? head_->item : nullptr; }
+    RWCollectable* last() const { return tail_ ? tail_->item : nullptr; }
+    RWCollectable* at(size_t i) const;
+    // Unlink and return the first, last or i-th element; null when there is none.
+    RWCollectable* removeFirst();
+    RWCollectable* removeLast();
+    RWCollectable* removeAt(size_t i);
+    // Whether p itself is in the list; removeReference unlinks it and returns it.
+    bool containsReference(const RWCollectable* p) const;
+    RWCollectable* removeReference(const RWCollectable* p);
+
+private:
+    friend class RWSlistCollectablesIterator;
+    struct Link {
+        Link* next;
+        RWCollectable* item;
+    };
+    // Unlinks the link after prev (the head when prev is null) and returns its item.
+    RWCollectable* unlinkAfter(Link* prev);
+
+    Link* head_ = nullptr;
+    Link* tail_ = nullptr;
+    size_t count_ = 0;
+};
+
+#endif  // VFC_RW_RWSLISTCOLLECTABLES_H

@@ -1,0 +1,279 @@
+// The Matcher: compiles a union of expressions into fixed tables and searches with two lazily
+// built deterministic automata. The forward pass finds the end of the leftmost-longest match;
+// a backward pass anchored at that end finds the smallest start that reaches it, which is the
+// leftmost start. Both passes read each byte at most once.
+#include "vfc/rw/internal/RegexEngine.h"
+
+#include <cstring>
+
+#include "vfc/rw/internal/RegexTables.h"
+
+namespace vfc::rx {
+namespace {
+
+constexpr size_t kNone = static_cast<size_t>(-1);
+
+// Splits the classes of cls so that no class has bytes both in and out of set.
+void refineClasses(const ByteSet& set, uint8_t* cls, int* nclasses) {
+    int16_t remap[2][256];
+    std::memset(remap, -1, sizeof remap);
+    int n = 0;
+    for (unsigned b = 0; b < 256; ++b) {
+        int16_t& r = remap[set.has(b) ? 1 : 0][cls[b]];
+        if (r < 0) r = static_cast<int16_t>(n++);
+        cls[b] = static_cast<uint8_t>(r);
+    }
+    *nclasses = n;
+}
+
+void buildClasses(const std::vector<const Expression*>& alternatives, Compiled* c) {
+    std::memset(c->byteClass, 0, sizeof c->byteClass);
+    c->nclasses = 1;
+    const ByteSet* previous = nullptr;
+    for (const Expression* e : alternatives) {
+        for (const Item& item : e->items) {
+            if (c->nclasses == 256) break;
+            if (previous != nullptr && *previous == item.set) continue;
+            previous = &item.set;
+            refineClasses(item.set, c->byteClass, &c->nclasses);
+        }
+    }
+    std::memset(c->classRep, 0, sizeof c->classRep);
+    for (unsigned b = 256; b-- > 0;)
+        c->classRep[c->byteClass[b]] = static_cast<uint8_t>(b);
+}
+
+// Adds the positions base .. base+n-1 of one alternative, read backward when reversed (its
+// anchors then swap roles).
+void addAlternative(const Expression& e, bool reversed, int32_t base, Nfa* nfa) {
+    const bool anchoredStart = reversed ? e.anchorEnd : e.anchorStart;
+    const uint8_t acceptKind =
+        (reversed ? e.anchorStart : e.anchorEnd) ? Nfa::kAcceptEnd : Nfa::kAcceptAny;
+    const size_t n = e.items.size();
+    // Walking from the last item: stop is one past the first non-optional item after k (n if
+    // none), tailOptional whether every item after k is optional.
+    size_t stop = n;
+    bool tailOptional = true;
+    for (size_t k = n; k-- > 0;) {
+        const Item& item = e.items[reversed ? n - 1 - k : k];
+        const int32_t q = base + static_cast<int32_t>(k);
+        nfa->sets[q] = item.set;
+        nfa->loops[q] = repeats(item.quant);
+        nfa->reach[q] = base + static_cast<int32_t>(stop);
+        nfa->accept[q] = tailOptional ? acceptKind : 0;
+        if (!isOptional(item.quant)) {
+            stop = k + 1;
+            tailOptional = false;
+        }
+    }
+    const Nfa::Range first{base, base + static_cast<int32_t>(stop)};
+    if (first.begin < first.end) {
+        nfa->startRanges[Nfa::kEdge].push_back(first);
+        if (!anchoredStart) nfa->startRanges[Nfa::kInner].push_back(first);
+    }
+    if (tailOptional) {
+        nfa->accept[Nfa::kEdge] |= acceptKind;
+        if (!anchoredStart) nfa->accept[Nfa::kInner] |= acceptKind;
+    }
+}
+
+// The single byte that can begin a match away from the edge, or -1.
+int findSkipByte(const Nfa& nfa) {
+    if (nfa.accept[Nfa::kInner] & Nfa::kAcceptAny) return -1;
+    ByteSet first;
+    for (const Nfa::Range& r : nfa.startRanges[Nfa::kInner]) {
+        for (int32_t p = r.begin; p < r.end; ++p) {
+            for (int w = 0; w < 4; ++w)
+                first.bits[w] |= nfa.sets[p].bits[w];
+        }
+    }
+    int found = -1;
+    for (unsigned b = 0; b < 256; ++b) {
+        if (!first.has(b)) continue;
+        if (found >= 0) return -1;
+        found = static_cast<int>(b);
+    }
+    return found;
+}
+
+void buildNfa(const std::vector<const Expression*>& alternatives, bool reversed, Nfa* nfa) {
+    size_t total = Nfa::kFirstPosition;
+    for (const Expression* e : alternatives)
+        total += e->items.size();
+    nfa->sets.assign(total, ByteSet());
+    nfa->reach.assign(total, 0);
+    nfa->loops.assign(total, 0);
+    nfa->accept.assign(total, 0);
+    int32_t base = Nfa::kFirstPosition;
+    for (const Expression* e : alternatives) {
+        addAlternative(*e, reversed, base, nfa);
+        base += static_cast<int32_t>(e->items.size());
+    }
+    nfa->innerUseful = !nfa->startRanges[Nfa::kInner].empty() || nfa->accept[Nfa::kInner] != 0;
+    if (!reversed && nfa->innerUseful) nfa->skipByte = findSkipByte(*nfa);
+}
+
+// The length shared by every match when no alternative has a quantifier and all have as many
+// items; -1 otherwise.
+long commonFixedLength(const std::vector<const Expression*>& alternatives) {
+    long length = -1;
+    for (const Expression* e : alternatives) {
+        for (const Item& item : e->items) {
+            if (item.quant != Quant::once) return -1;
+        }
+        long n = static_cast<long>(e->items.size());
+        if (length >= 0 && n != length) return -1;
+        length = n;
+    }
+    return length;
+}
+
+// Follows ordinary transitions from *row through [p, e). Stops at e, or at the byte whose
+// entry is negative (a special or unbuilt target; *entry holds it). The row is kept unsigned so
+// that indexing needs no sign extension on the critical path.
+inline const uint8_t* runForward(const int32_t* trans, const uint8_t* cls, const uint8_t* p,
+                                 const uint8_t* e, int32_t* row, int32_t* entry) {
+    uint32_t r = static_cast<uint32_t>(*row);
+    int32_t next = 0;
+    while (p < e && (next = trans[r + cls[*p]]) >= 0) {
+        r = static_cast<uint32_t>(next);
+        ++p;
+    }
+    *row = static_cast<int32_t>(r);
+    *entry = next;
+    return p;
+}
+
+// The same going backward from p down to lo, reading p[-1].
+inline const uint8_t* runBackward(const int32_t* trans, const uint8_t* cls, const uint8_t* p,
+                                  const uint8_t* lo, int32_t* row, int32_t* entry) {
+    uint32_t r = static_cast<uint32_t>(*row);
+    int32_t next = 0;
+    while (p > lo && (next = trans[r + cls[p[-1]]]) >= 0) {
+        r = static_cast<uint32_t>(next);
+        --p;
+    }
+    *row = static_cast<int32_t>(r);
+    *entry = next;
+    return p;
+}
+
+// The end of the leftmost-longest match at or after start, or kNone.
+size_t scanForward(DfaCache& dfa, const uint8_t* text, size_t length, size_t start) {
+    const uint8_t* cls = dfa.compiled.byteClass;
+    const int skipByte = dfa.nfa.skipByte;
+    const uint8_t* p = text + start;
+    const uint8_t* const e = text + length;
+    size_t end = kNone;
+    int32_t row = dfa.startRow(start == 0);
+    int32_t flags = dfa.flags(row);
+    for (;;) {
+        if (flags & DfaCache::kSpecial) {
+            if (flags & DfaCache::kDead) return end;
+            if (flags & DfaCache::kMatch) end = static_cast<size_t>(p - text);
+            if ((flags & DfaCache::kSkip) && p < e) {
+                const void* hit = std::memchr(p, skipByte, static_cast<size_t>(e - p));
+                p = hit ? static_cast<const uint8_t*>(hit) : e;
+            }
+        }
+        int32_t entry = 0;
+        p = runForward(dfa.trans.data(), cls, p, e, &row, &entry);
+        if (p == e) break;
+        if (entry == DfaCache::kUnknown) entry = dfa.step(row, cls[*p]);
+        ++p;
+        row = DfaCache::decode(entry);
+        flags = dfa.flags(row);
+    }
+    if (dfa.flags(row) & DfaCache::kEndAccept) end = length;
+    return end;
+}
+
+// The smallest position s >= start such that [s, end) is a match.
+size_t scanBackward(DfaCache& dfa, const uint8_t* text, size_t length, size_t start, size_t end) {
+    const uint8_t* cls = dfa.compiled.byteClass;
+    const uint8_t* p = text + end;
+    const uint8_t* const lo = text + start;
+    size_t found = kNone;
+    int32_t row = dfa.startRow(end == length);
+    int32_t flags = dfa.flags(row);
+    for (;;) {
+        if (flags & DfaCache::kSpecial) {
+            if (flags & DfaCache::kDead) return found;
+            if (flags & DfaCache::kMatch) found = static_cast<size_t>(p - text);
+        }
+        int32_t entry = 0;
+        p = runBackward(dfa.trans.data(), cls, p, lo, &row, &entry);
+        if (p == lo) break;
+        --p;
+        if (entry == DfaCache::kUnknown) entry = dfa.step(row, cls[*p]);
+        row = DfaCache::decode(entry);
+        flags = dfa.flags(row);
+    }
+    if (start == 0 && (dfa.flags(row) & DfaCache::kEndAccept)) found = 0;
+    return found;
+}
+
+}  // namespace
+
+void compileTables(const std::vector<const Expression*>& alternatives, Compiled* out) {
+    out->none = alternatives.empty();
+    buildClasses(alternatives, out);
+    buildNfa(alternatives, false, &out->forward);
+    buildNfa(alternatives, true, &out->reverse);
+    out->allAnchoredStart = !alternatives.empty();
+    out->allAnchoredEnd = !alternatives.empty();
+    for (const Expression* e : alternatives) {
+        out->allAnchoredStart &= e->anchorStart;
+        out->allAnchoredEnd &= e->anchorEnd;
+    }
+    out->fixedLength = commonFixedLength(alternatives);
+}
+
+Matcher::Matcher(const std::vector<std::shared_ptr<const Expression>>& alternatives) {
+    std::vector<const Expression*> valid;
+    for (const auto& e : alternatives) {
+        if (e) valid.push_back(e.get());
+    }
+    auto compiled = std::make_shared<Compiled>();
+    compileTables(valid, compiled.get());
+    compiled_ = std::move(compiled);
+}
+
+Matcher::Matcher(const Matcher& other) : compiled_(other.compiled_) {}
+
+Matcher::~Matcher() = default;
+
+size_t Matcher::search(const char* text, size_t length, size_t start, size_t* extent) const {
+    if (extent != nullptr) *extent = 0;
+    const Compiled& c = *compiled_;
+    if (start > length || c.none || (c.allAnchoredStart && start > 0)) return kNone;
+    if (text == nullptr) {
+        if (length != 0) return kNone;
+        text = "";
+    }
+    const auto* bytes = reinterpret_cast<const uint8_t*>(text);
+    const size_t end = c.allAnchoredEnd ? length : findEnd(bytes, length, start);
+    if (end == kNone) return kNone;
+    const size_t begin = findStart(bytes, length, start, end);
+    if (begin == kNone) return kNone;
+    if (extent != nullptr) *extent = end - begin;
+    return begin;
+}
+
+// The end of the leftmost-longest match, by the forward pass.
+size_t Matcher::findEnd(const uint8_t* text, size_t length, size_t start) const {
+    if (!forward_) forward_ = std::make_unique<DfaCache>(*compiled_, compiled_->forward, true);
+    return scanForward(*forward_, text, length, start);
+}
+
+// The smallest start at or after start of a match ending at end, kNone if there is none (only
+// possible when the forward pass was skipped because every match ends at the text length).
+size_t Matcher::findStart(const uint8_t* text, size_t length, size_t start, size_t end) const {
+    const Compiled& c = *compiled_;
+    if (c.allAnchoredStart && !c.allAnchoredEnd) return 0;
+    if (c.fixedLength >= 0 && !c.allAnchoredEnd) return end - static_cast<size_t>(c.fixedLength);
+    if (!reverse_) reverse_ = std::make_unique<DfaCache>(c, c.reverse, false);
+    return scanBackward(*reverse_, text, length, start, end);
+}
+
+}  // namespace vfc::rx

@@ -1,0 +1,159 @@
+// The data behind the regular-expression engine: parsed expressions, the position automaton
+// compiled from a union of them, and the cache of deterministic states built from it while
+// searching. Private to RegexParser.cpp, RegexDfa.cpp and RegexEngine.cpp.
+//
+// The automaton has no epsilon moves: state 0 is "at the edge of the text" (position 0 going
+// forward, the end going backward), state 1 "anywhere else", and every item of every
+// alternative is one more state, entered by reading a byte of its set.
+#ifndef VFC_RW_INTERNAL_REGEXTABLES_H
+#define VFC_RW_INTERNAL_REGEXTABLES_H
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "vfc/rw/internal/RegexEngine.h"
+
+namespace vfc::rx {
+
+// More items than this in one expression make parse() answer tooLong.
+constexpr size_t kMaxItems = 4096;
+
+// A set of bytes, one bit each.
+struct ByteSet {
+    uint64_t bits[4] = {0, 0, 0, 0};
+
+    bool has(unsigned b) const { return (bits[b >> 6] >> (b & 63)) & 1; }
+    void add(unsigned b) { bits[b >> 6] |= uint64_t{1} << (b & 63); }
+    void addRange(unsigned lo, unsigned hi) {
+        for (unsigned b = lo; b <= hi; ++b)
+            add(b);
+    }
+    void invert() {
+        for (uint64_t& w : bits)
+            w = ~w;
+    }
+    bool operator==(const ByteSet& o) const {
+        return bits[0] == o.bits[0] && bits[1] == o.bits[1] && bits[2] == o.bits[2] &&
+               bits[3] == o.bits[3];
+    }
+};
+
+enum class Quant : uint8_t { once, optional, star, plus };
+
+inline bool isOptional(Quant q) {
+    return q == Quant::optional || q == Quant::star;
+}
+inline bool repeats(Quant q) {
+    return q == Quant::star || q == Quant::plus;
+}
+
+struct Item {
+    ByteSet set;
+    Quant quant;
+};
+
+class Expression {
+  public:
+    bool anchorStart = false;  // ^: the match begins at text position 0
+    bool anchorEnd = false;    // $: the match ends at the text length
+    std::vector<Item> items;
+};
+
+// The position automaton of a union of expressions, read in one direction.
+struct Nfa {
+    static constexpr int32_t kEdge = 0;   // at the edge of the text: every alternative may start
+    static constexpr int32_t kInner = 1;  // elsewhere: only alternatives without a start anchor
+    static constexpr int32_t kFirstPosition = 2;
+
+    enum : uint8_t { kAcceptAny = 1, kAcceptEnd = 2 };  // acceptEnd: only at the far edge
+
+    struct Range {
+        int32_t begin, end;
+    };
+
+    // Per state. The followers of a position q are q itself when loops[q], then the
+    // positions q+1 .. reach[q]-1; those of the two start states are startRanges[kEdge/kInner].
+    std::vector<ByteSet> sets;
+    std::vector<int32_t> reach;
+    std::vector<uint8_t> loops;
+    std::vector<uint8_t> accept;
+    std::vector<Range> startRanges[2];
+    bool innerUseful = false;  // kInner has followers or accepts: fresh starts can matter
+    int skipByte = -1;         // the only byte that can begin a match at an inner position
+};
+
+// The fixed tables of a Matcher, shared by its copies and never changed after construction.
+struct Compiled {
+    uint8_t byteClass[256];  // byte -> equivalence class: the bytes no item tells apart
+    uint8_t classRep[256];   // class -> one byte of it
+    int nclasses = 1;
+    Nfa forward;
+    Nfa reverse;                    // the alternatives reversed, anchors swapped
+    bool none = true;               // no alternatives: never matches
+    bool allAnchoredStart = false;  // every match starts at 0
+    bool allAnchoredEnd = false;    // every match ends at the text length
+    long fixedLength = -1;          // every match has this length, or -1
+};
+
+// The deterministic states built so far for one direction of one Matcher. A state is an
+// ordered list of groups of automaton states, oldest start first (see RegexDfa.cpp). States
+// live in rows of the flat table trans: one entry per byte class, then the state's flags.
+// An entry is the target's row, kUnknown while not built, or -(row) - 2 when the target has
+// one of the kSpecial flags, so the search loop needs a single test per byte.
+struct DfaCache {
+    enum : int32_t { kMatch = 1, kDead = 2, kSkip = 4, kEndAccept = 8 };
+    static constexpr int32_t kSpecial = kMatch | kDead | kSkip;
+    static constexpr int32_t kUnknown = -1;
+
+    // leftmost: keep starting new groups and prefer older ones (the forward search); otherwise
+    // run one anchored group (the backward search).
+    DfaCache(const Compiled& compiled, const Nfa& nfa, bool leftmost);
+
+    // The row of the start state at the edge of the text or elsewhere.
+    int32_t startRow(bool atEdge);
+    // The encoded entry for row on class cls, building the target state if needed. Building
+    // may empty the cache when it is full; row is then stale, the returned entry is not.
+    int32_t step(int32_t row, int cls);
+
+    static int32_t decode(int32_t entry) { return entry < 0 ? -entry - 2 : entry; }
+    int32_t flags(int32_t row) const { return trans[row + stride - 1]; }
+
+    const Compiled& compiled;
+    const Nfa& nfa;
+    const bool leftmost;
+    const int32_t stride;  // nclasses + 1
+    std::vector<int32_t> trans;
+
+  private:
+    void computeNext(const int32_t* key, size_t length, int cls);
+    void addFollowers(int32_t q, unsigned byte);
+    void closeGroup(size_t groupBegin);
+    void settleAcceptance();
+    int32_t flagsOf(const std::vector<int32_t>& key) const;
+    int32_t intern(const std::vector<int32_t>& key);
+    int32_t insert(const std::vector<int32_t>& key, uint32_t hash);
+    bool full(size_t keyLength) const;
+    void clear();
+    void growSlots();
+    int32_t encode(int32_t row) const { return (flags(row) & kSpecial) ? -row - 2 : row; }
+
+    std::vector<int32_t> keys_;       // the keys of all states, back to back
+    std::vector<uint32_t> keyBegin_;  // state id -> offset in keys_; one extra at the end
+    std::vector<uint32_t> hashes_;    // state id -> hash of its key
+    std::vector<int32_t> slots_;      // open addressing: state id or -1
+    int32_t startRows_[2] = {-1, -1};
+    uint32_t clears_ = 0;
+
+    // Scratch for building a state, kept to avoid allocating per step.
+    std::vector<int32_t> next_;
+    std::vector<uint32_t> mark_;  // NFA state -> generation it was last added in
+    uint32_t generation_ = 0;
+};
+
+// Builds the tables for the given (non-null) alternatives.
+void compileTables(const std::vector<const Expression*>& alternatives, Compiled* out);
+
+}  // namespace vfc::rx
+
+#endif  // VFC_RW_INTERNAL_REGEXTABLES_H

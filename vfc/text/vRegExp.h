@@ -1,0 +1,71 @@
+// vRegExp: the library's pattern type. A pattern is a list of alternatives separated by "|", each
+// a single expression of the RWCRegexp dialect; a search returns the leftmost match over all of
+// them and, among matches at that position, the longest. Two more forms build the alternatives
+// from wildcards, where only * and ? are special. An alternative that does not compile is kept
+// but never matches; an empty pattern matches nothing. No search ever recompiles.
+//
+//   pattern                      form            text        index  extent
+//   "a|b"                        alternation     "xbya"      1      1
+//   "ab|abc"                     alternation     "abcd"      0      3
+//   "a\|b"  (escaped bar)        alternation     "a|b"       0      3
+//   "[a|b]" (bar in brackets)    alternation     "|"         0      1
+//   "*.txt"  (becomes ^.*\.txt$) wildcard        "a.txt"     0      5
+//   "a*|b*"  (^a.* and b.*$)     wildcard        "xb"        1      1
+//   "*.htm;*.html"               semicolon list  "x.html"    0      6
+#ifndef VFC_TEXT_VREGEXP_H
+#define VFC_TEXT_VREGEXP_H
+
+#include <cstddef>
+#include <memory>
+
+#include "vfc/base/export.h"
+#include "vfc/collections/vSlist.h"
+#include "vfc/rw/RWCollectable.h"
+
+class vString;
+
+namespace vfc::rx {
+class Matcher;
+}
+
+class VFC_API vRegExp : public RWCollectable {
+public:
+    // No alternatives: matches nothing.
+    vRegExp();
+    // Alternation form: the pattern is split at every "|" that is neither escaped ("\|" is a
+    // literal bar) nor inside brackets; empty alternatives are dropped.
+    explicit vRegExp(const vString& pattern);
+    // Wildcard forms. With semicolonList false the whole pattern becomes one anchored expression
+    // (a "|" in it still splits, so only the first alternative is anchored at the start and only
+    // the last at the end). With semicolonList true each ";"-separated piece becomes its own
+    // alternative anchored at both ends; "\|" puts a literal ";" into a piece.
+    vRegExp(const vString& pattern, bool semicolonList);
+    vRegExp(const vRegExp& other);
+    vRegExp& operator=(const vRegExp& other);
+    ~vRegExp() override;
+
+    // The leftmost-longest match at or after start: its position, or RW_NPOS when there is none.
+    // *extent gets the match length (0 without a match).
+    size_t index(const vString& text, size_t* extent, size_t start) const;
+    size_t index(const char* text, size_t length, size_t* extent, size_t start) const;
+
+    RWCollectable* newSpecies() const override;
+    RWCollectable* copy() const override;
+    RWClassID isA() const override { return classIsA(); }
+    static RWClassID classIsA();
+    static const RWClassID myAtom;
+
+private:
+    void fInitialize(const vString& pattern);
+    static void fNormalize(const vString& in, vString& out);
+    void fInitializeWithSemis(const vString& pattern);
+    // Compiles one alternative and appends it (nothing for an empty text).
+    void fAddAlternative(const vString& text);
+    // Builds the one automaton that searches all valid alternatives at once.
+    void fBuildMatcher();
+
+    vSlist aList;  // the alternatives, in pattern order
+    std::unique_ptr<vfc::rx::Matcher> aMatcher;  // null when no alternative is valid
+};
+
+#endif  // VFC_TEXT_VREGEXP_H

@@ -21,7 +21,7 @@ class RWCSubString;
 constexpr size_t RW_NPOS = static_cast<size_t>(-1);
 
 class VFC_API RWCString {
-public:
+  public:
     enum caseCompare { exact, ignoreCase };
 
     RWCString() noexcept : p_(emptyChars()) {}
@@ -44,6 +44,20 @@ public:
     const char* data() const noexcept { return p_; }
     std::string_view view() const noexcept { return {p_, rep()->len}; }
     size_t capacity() const noexcept { return rep()->cap; }
+    // Makes room for n bytes in all, so that appends up to that length do not reallocate.
+    void reserve(size_t n) {
+        if (n > length()) reserveUnique(n, length());
+    }
+    // Gives op(char* p, size_t n) an unshared buffer of n writable bytes, which start with the
+    // current text (as far as it reaches); op writes the new text and returns its length (at
+    // most n), which becomes the string's length. For building a string in one pass.
+    template <class Op>
+    void resizeAndOverwrite(size_t n, Op op) {
+        reserveUnique(n, length());
+        size_t len = op(p_, n);
+        p_[len] = '\0';
+        rep()->len = len;
+    }
 
     // The byte at i. Past the end the const form gives 0 and the other form a scratch byte that
     // reads 0, so a bad index never touches memory outside the string.
@@ -122,7 +136,7 @@ public:
     void toLower();
     void toUpper();
 
-protected:
+  protected:
     // The bytes, writable and no longer shared, for subclasses that rewrite them in place and do
     // not hand the pointer out.
     char* uniqueData() {
@@ -130,7 +144,7 @@ protected:
         return p_;
     }
 
-private:
+  private:
     struct Rep {
         std::atomic<int> refs;
         // Set once a writable reference to a byte was handed out: the buffer is then never
@@ -165,14 +179,30 @@ inline bool operator==(const RWCString& a, const RWCString& b) noexcept {
 inline bool operator==(const RWCString& a, const char* b) noexcept {
     return a.view() == std::string_view(b ? b : "");
 }
-inline bool operator==(const char* a, const RWCString& b) noexcept { return b == a; }
-inline bool operator!=(const RWCString& a, const RWCString& b) noexcept { return !(a == b); }
-inline bool operator!=(const RWCString& a, const char* b) noexcept { return !(a == b); }
-inline bool operator!=(const char* a, const RWCString& b) noexcept { return !(b == a); }
-inline bool operator<(const RWCString& a, const RWCString& b) { return a.compareTo(b) < 0; }
-inline bool operator>(const RWCString& a, const RWCString& b) { return a.compareTo(b) > 0; }
-inline bool operator<=(const RWCString& a, const RWCString& b) { return a.compareTo(b) <= 0; }
-inline bool operator>=(const RWCString& a, const RWCString& b) { return a.compareTo(b) >= 0; }
+inline bool operator==(const char* a, const RWCString& b) noexcept {
+    return b == a;
+}
+inline bool operator!=(const RWCString& a, const RWCString& b) noexcept {
+    return !(a == b);
+}
+inline bool operator!=(const RWCString& a, const char* b) noexcept {
+    return !(a == b);
+}
+inline bool operator!=(const char* a, const RWCString& b) noexcept {
+    return !(b == a);
+}
+inline bool operator<(const RWCString& a, const RWCString& b) {
+    return a.compareTo(b) < 0;
+}
+inline bool operator>(const RWCString& a, const RWCString& b) {
+    return a.compareTo(b) > 0;
+}
+inline bool operator<=(const RWCString& a, const RWCString& b) {
+    return a.compareTo(b) <= 0;
+}
+inline bool operator>=(const RWCString& a, const RWCString& b) {
+    return a.compareTo(b) >= 0;
+}
 
 // Writes the bytes as they are, zeros included.
 VFC_API std::ostream& operator<<(std::ostream& out, const RWCString& s);

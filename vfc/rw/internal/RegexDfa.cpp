@@ -40,9 +40,7 @@ DfaCache::DfaCache(const Compiled& c, const Nfa& n, bool lm)
     clear();
 }
 
-int32_t DfaCache::startRow(bool atEdge) {
-    int32_t& cached = startRows_[atEdge ? 1 : 0];
-    if (cached >= 0) return cached;
+int32_t DfaCache::buildStart(bool atEdge) {
     next_.assign(1, 0);
     if (atEdge || nfa.innerUseful) {
         next_.push_back(atEdge ? Nfa::kEdge : Nfa::kInner);
@@ -136,8 +134,9 @@ int32_t DfaCache::flagsOf(const std::vector<int32_t>& key) const {
         if (a & Nfa::kAcceptAny) f |= kMatch | kEndAccept;
         if (a & Nfa::kAcceptEnd) f |= kEndAccept;
     }
-    if (leftmost && nfa.skipByte >= 0 && key.size() == 3 && key[0] == 0 && key[1] == Nfa::kInner) {
-        f |= kSkip;
+    if (leftmost && nfa.skip != Nfa::Skip::none && key.size() == 3 && key[0] == 0 &&
+        key[1] == Nfa::kInner) {
+        f |= kFresh;
     }
     return f;
 }
@@ -167,6 +166,7 @@ int32_t DfaCache::insert(const std::vector<int32_t>& key, uint32_t hash) {
     hashes_.push_back(hash);
     trans.resize(trans.size() + static_cast<size_t>(stride), kUnknown);
     trans.back() = flagsOf(key);
+    if (trans.back() & kFresh) startRows_[0] = id * stride;  // found again after a clear
     if (hashes_.size() * 2 > slots_.size()) {
         growSlots();
     } else {

@@ -12,6 +12,7 @@ namespace vfc::rx {
 namespace {
 
 constexpr size_t kNone = static_cast<size_t>(-1);
+constexpr uint32_t kNoRow = static_cast<uint32_t>(-1);
 
 // Splits the classes of cls so that no class has bytes both in and out of set.
 void refineClasses(const ByteSet& set, uint8_t* cls, int* nclasses) {
@@ -77,23 +78,30 @@ void addAlternative(const Expression& e, bool reversed, int32_t base, Nfa* nfa) 
     }
 }
 
-// The single byte that can begin a match away from the edge, or -1.
-int findSkipByte(const Nfa& nfa) {
-    if (nfa.accept[Nfa::kInner] & Nfa::kAcceptAny) return -1;
+// Chooses how the forward search skips bytes that cannot begin a match away from the edge.
+// With more than kMaxSkipBytes candidates skips are too short to pay, whatever the text.
+void chooseSkip(Nfa* nfa) {
+    constexpr int kMaxSkipBytes = 128;
+    if (nfa->accept[Nfa::kInner] & Nfa::kAcceptAny) return;  // matches at once: never waits
     ByteSet first;
-    for (const Nfa::Range& r : nfa.startRanges[Nfa::kInner]) {
+    for (const Nfa::Range& r : nfa->startRanges[Nfa::kInner]) {
         for (int32_t p = r.begin; p < r.end; ++p) {
             for (int w = 0; w < 4; ++w)
-                first.bits[w] |= nfa.sets[p].bits[w];
+                first.bits[w] |= nfa->sets[p].bits[w];
         }
     }
-    int found = -1;
+    int count = 0;
     for (unsigned b = 0; b < 256; ++b) {
+        nfa->canStart[b] = first.has(b) ? 1 : 0;
         if (!first.has(b)) continue;
-        if (found >= 0) return -1;
-        found = static_cast<int>(b);
+        ++count;
+        nfa->skipByte = static_cast<uint8_t>(b);
     }
-    return found;
+    if (count == 1) {
+        nfa->skip = Nfa::Skip::oneByte;
+    } else if (count <= kMaxSkipBytes) {
+        nfa->skip = Nfa::Skip::table;
+    }
 }
 
 void buildNfa(const std::vector<const Expression*>& alternatives, bool reversed, Nfa* nfa) {
@@ -110,7 +118,7 @@ void buildNfa(const std::vector<const Expression*>& alternatives, bool reversed,
         base += static_cast<int32_t>(e->items.size());
     }
     nfa->innerUseful = !nfa->startRanges[Nfa::kInner].empty() || nfa->accept[Nfa::kInner] != 0;
-    if (!reversed && nfa->innerUseful) nfa->skipByte = findSkipByte(*nfa);
+    if (!reversed && nfa->innerUseful) chooseSkip(nfa);
 }
 
 // The length shared by every match when no alternative has a quantifier and all have as many
@@ -128,16 +136,17 @@ long commonFixedLength(const std::vector<const Expression*>& alternatives) {
     return length;
 }
 
-// Follows ordinary transitions from *row through [p, e). Stops at e, or at the byte whose
-// entry is negative (a special or unbuilt target; *entry holds it). The row is kept unsigned so
-// that indexing needs no sign extension on the critical path.
+// Follows ordinary transitions from *row through [p, e). Stops at e, at the byte whose entry
+// is negative (a special or unbuilt target; *entry holds it), or right after entering the row
+// fresh. The row is kept unsigned so that indexing needs no sign extension on the critical path.
 inline const uint8_t* runForward(const int32_t* trans, const uint8_t* cls, const uint8_t* p,
-                                 const uint8_t* e, int32_t* row, int32_t* entry) {
+                                 const uint8_t* e, uint32_t fresh, int32_t* row, int32_t* entry) {
     uint32_t r = static_cast<uint32_t>(*row);
     int32_t next = 0;
     while (p < e && (next = trans[r + cls[*p]]) >= 0) {
         r = static_cast<uint32_t>(next);
         ++p;
+        if (r == fresh) break;
     }
     *row = static_cast<int32_t>(r);
     *entry = next;
@@ -158,28 +167,55 @@ inline const uint8_t* runBackward(const int32_t* trans, const uint8_t* cls, cons
     return p;
 }
 
+// The first byte in [p, e) that can begin a match, or e.
+const uint8_t* skipAhead(const Nfa& nfa, const uint8_t* p, const uint8_t* e) {
+    if (p == e) return e;
+    if (nfa.skip == Nfa::Skip::oneByte) {
+        const void* hit = std::memchr(p, nfa.skipByte, static_cast<size_t>(e - p));
+        return hit ? static_cast<const uint8_t*>(hit) : e;
+    }
+    const uint8_t* can = nfa.canStart;
+    while (e - p >= 4 && !(can[p[0]] | can[p[1]] | can[p[2]] | can[p[3]]))
+        p += 4;
+    while (p < e && !can[*p])
+        ++p;
+    return p;
+}
+
 // The end of the leftmost-longest match at or after start, or kNone.
 size_t scanForward(DfaCache& dfa, const uint8_t* text, size_t length, size_t start) {
     const uint8_t* cls = dfa.compiled.byteClass;
-    const int skipByte = dfa.nfa.skipByte;
+    bool skipping = dfa.nfa.skip != Nfa::Skip::none && dfa.skipWorthwhile(length - start);
     const uint8_t* p = text + start;
     const uint8_t* const e = text + length;
     size_t end = kNone;
     int32_t row = dfa.startRow(start == 0);
+    uint32_t fresh = skipping ? static_cast<uint32_t>(dfa.freshRow()) : kNoRow;
     int32_t flags = dfa.flags(row);
     for (;;) {
         if (flags & DfaCache::kSpecial) {
             if (flags & DfaCache::kDead) return end;
             if (flags & DfaCache::kMatch) end = static_cast<size_t>(p - text);
-            if ((flags & DfaCache::kSkip) && p < e) {
-                const void* hit = std::memchr(p, skipByte, static_cast<size_t>(e - p));
-                p = hit ? static_cast<const uint8_t*>(hit) : e;
+        }
+        if (static_cast<uint32_t>(row) == fresh) {
+            const uint8_t* to = skipAhead(dfa.nfa, p, e);
+            if (!dfa.noteSkip(static_cast<size_t>(to - p), to == e)) {
+                skipping = false;
+                fresh = kNoRow;
             }
+            p = to;
         }
         int32_t entry = 0;
-        p = runForward(dfa.trans.data(), cls, p, e, &row, &entry);
+        p = runForward(dfa.trans.data(), cls, p, e, fresh, &row, &entry);
         if (p == e) break;
-        if (entry == DfaCache::kUnknown) entry = dfa.step(row, cls[*p]);
+        if (entry >= 0) {  // back in the fresh state
+            flags = 0;
+            continue;
+        }
+        if (entry == DfaCache::kUnknown) {
+            entry = dfa.step(row, cls[*p]);
+            if (skipping) fresh = static_cast<uint32_t>(dfa.freshRow());
+        }
         ++p;
         row = DfaCache::decode(entry);
         flags = dfa.flags(row);
@@ -258,6 +294,21 @@ size_t Matcher::search(const char* text, size_t length, size_t start, size_t* ex
     if (begin == kNone) return kNone;
     if (extent != nullptr) *extent = end - begin;
     return begin;
+}
+
+// The first byte in [p, e) that can begin a match, or e.
+const uint8_t* skipAhead(const Nfa& nfa, const uint8_t* p, const uint8_t* e) {
+    if (p == e) return e;
+    if (nfa.skip == Nfa::Skip::oneByte) {
+        const void* hit = std::memchr(p, nfa.skipByte, static_cast<size_t>(e - p));
+        return hit ? static_cast<const uint8_t*>(hit) : e;
+    }
+    const uint8_t* can = nfa.canStart;
+    while (e - p >= 4 && !(can[p[0]] | can[p[1]] | can[p[2]] | can[p[3]]))
+        p += 4;
+    while (p < e && !can[*p])
+        ++p;
+    return p;
 }
 
 // The end of the leftmost-longest match, by the forward pass.

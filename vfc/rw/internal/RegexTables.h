@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <algorithm>
 #include <vector>
 
 #include "vfc/rw/internal/RegexEngine.h"
@@ -80,7 +81,13 @@ struct Nfa {
     std::vector<uint8_t> accept;
     std::vector<Range> startRanges[2];
     bool innerUseful = false;  // kInner has followers or accepts: fresh starts can matter
-    int skipByte = -1;         // the only byte that can begin a match at an inner position
+
+    // While the forward search waits for a match to begin, it can jump over bytes that cannot
+    // begin one: with memchr when a single byte can, with a table loop when few can.
+    enum class Skip : uint8_t { none, oneByte, table };
+    Skip skip = Skip::none;
+    uint8_t skipByte = 0;
+    uint8_t canStart[256] = {};  // 1 for the bytes that can begin a match at an inner position
 };
 
 // The fixed tables of a Matcher, shared by its copies and never changed after construction.
@@ -100,10 +107,11 @@ struct Compiled {
 // ordered list of groups of automaton states, oldest start first (see RegexDfa.cpp). States
 // live in rows of the flat table trans: one entry per byte class, then the state's flags.
 // An entry is the target's row, kUnknown while not built, or -(row) - 2 when the target has
-// one of the kSpecial flags, so the search loop needs a single test per byte.
+// one of the kSpecial flags, so the search loop needs a single test per byte. kFresh marks the
+// state that waits for a match to begin, where the forward search may skip bytes.
 struct DfaCache {
-    enum : int32_t { kMatch = 1, kDead = 2, kSkip = 4, kEndAccept = 8 };
-    static constexpr int32_t kSpecial = kMatch | kDead | kSkip;
+    enum : int32_t { kMatch = 1, kDead = 2, kFresh = 4, kEndAccept = 8 };
+    static constexpr int32_t kSpecial = kMatch | kDead;
     static constexpr int32_t kUnknown = -1;
 
     // leftmost: keep starting new groups and prefer older ones (the forward search); otherwise
@@ -111,10 +119,36 @@ struct DfaCache {
     DfaCache(const Compiled& compiled, const Nfa& nfa, bool leftmost);
 
     // The row of the start state at the edge of the text or elsewhere.
-    int32_t startRow(bool atEdge);
+    int32_t startRow(bool atEdge) {
+        int32_t row = startRows_[atEdge ? 1 : 0];
+        return row >= 0 ? row : buildStart(atEdge);
+    }
     // The encoded entry for row on class cls, building the target state if needed. Building
     // may empty the cache when it is full; row is then stale, the returned entry is not.
     int32_t step(int32_t row, int cls);
+
+    // The row of the kFresh state, or -1 while it is not built. Only kept when nfa.skip is set.
+    int32_t freshRow() const { return startRows_[0]; }
+
+    // Whether a search over this many bytes should skip in the fresh state. Skipping pays only
+    // when skips are long: short ones cost a mispredicted branch each. The verdict is learnt from
+    // the texts searched so far (noteSkip) and tried again after a while when negative.
+    bool skipWorthwhile(size_t bytes) {
+        if (skipScore_ >= 0) return true;
+        unskippedBytes_ += bytes;
+        if (unskippedBytes_ < kReprobeBytes) return false;
+        unskippedBytes_ = 0;
+        skipScore_ = kProbeScore;
+        return true;
+    }
+    // Records a skip over distance bytes (to the end of the text when atEnd); false when
+    // skipping stopped paying: the score sums how far each skip beat its break-even distance.
+    bool noteSkip(size_t distance, bool atEnd) {
+        const int breakEven = nfa.skip == Nfa::Skip::oneByte ? kMemchrBreakEven : kTableBreakEven;
+        const int gain = atEnd || distance >= kGainCap ? kGainCap : static_cast<int>(distance);
+        skipScore_ = std::min(skipScore_ + gain - breakEven, kMaxScore);
+        return skipScore_ >= 0;
+    }
 
     static int32_t decode(int32_t entry) { return entry < 0 ? -entry - 2 : entry; }
     int32_t flags(int32_t row) const { return trans[row + stride - 1]; }
@@ -126,6 +160,7 @@ struct DfaCache {
     std::vector<int32_t> trans;
 
   private:
+    int32_t buildStart(bool atEdge);
     void computeNext(const int32_t* key, size_t length, int cls);
     void addFollowers(int32_t q, unsigned byte);
     void closeGroup(size_t groupBegin);
@@ -137,6 +172,15 @@ struct DfaCache {
     void clear();
     void growSlots();
     int32_t encode(int32_t row) const { return (flags(row) & kSpecial) ? -row - 2 : row; }
+
+    static constexpr int kTableBreakEven = 12;
+    static constexpr int kMemchrBreakEven = 6;
+    static constexpr int kGainCap = 64;
+    static constexpr size_t kReprobeBytes = size_t{1} << 20;
+    static constexpr int kProbeScore = 64;
+    static constexpr int kMaxScore = 256;
+    int skipScore_ = kProbeScore;
+    size_t unskippedBytes_ = 0;
 
     std::vector<int32_t> keys_;       // the keys of all states, back to back
     std::vector<uint32_t> keyBegin_;  // state id -> offset in keys_; one extra at the end

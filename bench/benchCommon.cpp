@@ -1,0 +1,131 @@
+#include "benchCommon.h"
+
+#include <cstdio>
+#include <random>
+
+namespace vfcbench {
+
+namespace {
+
+const char* const kWords[] = {"the",     "converter", "reads",  "chapter", "index",  "table",
+                              "figure",  "page",      "output", "link",    "book",   "manual",
+                              "release", "notes",     "draft",  "version", "format", "markup"};
+
+std::string word(std::mt19937& rng) { return kWords[rng() % (sizeof kWords / sizeof *kWords)]; }
+
+std::string pathLine(std::mt19937& rng, int i) {
+    char buf[160];
+    switch (rng() % 4) {
+        case 0:
+            std::snprintf(buf, sizeof buf, "C:\\Program Files\\Vendor\\%s%d\\%s.txt",
+                          word(rng).c_str(), i % 97, word(rng).c_str());
+            break;
+        case 1:
+            std::snprintf(buf, sizeof buf, "/usr/local/share/doc/%s-%d/%s/%s.html",
+                          word(rng).c_str(), i % 31, word(rng).c_str(), word(rng).c_str());
+            break;
+        case 2:
+            std::snprintf(buf, sizeof buf, "%%VORLANDIXHOME%%/templates/%s/%s%d.fm",
+                          word(rng).c_str(), word(rng).c_str(), i % 13);
+            break;
+        default:
+            std::snprintf(buf, sizeof buf, "$HOME/docs/%s/%s/chapter%d.mif", word(rng).c_str(),
+                          word(rng).c_str(), i % 50);
+    }
+    return buf;
+}
+
+std::string urlLine(std::mt19937& rng, int i) {
+    char buf[200];
+    switch (rng() % 3) {
+        case 0:
+            std::snprintf(buf, sizeof buf, "http://www.%s%d.example.com:8080/%s/%s.html?x=%d&y=%s#%s",
+                          word(rng).c_str(), i % 7, word(rng).c_str(), word(rng).c_str(), i,
+                          word(rng).c_str(), word(rng).c_str());
+            break;
+        case 1:
+            std::snprintf(buf, sizeof buf, "file:///home/writer/%s/%s%%20%s.pdf",
+                          word(rng).c_str(), word(rng).c_str(), word(rng).c_str());
+            break;
+        default:
+            std::snprintf(buf, sizeof buf, "https://docs.example.org/%s/%s", word(rng).c_str(),
+                          word(rng).c_str());
+    }
+    return buf;
+}
+
+std::string proseLine(std::mt19937& rng) {
+    std::string line = rng() % 4 == 0 ? " \t" : "";
+    int n = 6 + static_cast<int>(rng() % 12);
+    for (int k = 0; k < n; ++k) {
+        if (k) line += rng() % 8 == 0 ? "\t" : " ";
+        if (rng() % 9 == 0)
+            line += std::to_string(static_cast<int>(rng() % 2000) - 1000) +
+                    (rng() % 2 ? "." + std::to_string(rng() % 100) : "");
+        else
+            line += word(rng);
+    }
+    if (rng() % 4 == 0) line += "  ";
+    return line;
+}
+
+}  // namespace
+
+std::vector<std::string> makeLines(double megabytes) {
+    std::mt19937 rng(20261121);
+    std::vector<std::string> lines;
+    size_t bytes = 0;
+    for (int i = 0; bytes < megabytes * 1e6; ++i) {
+        int kind = i % 3;
+        lines.push_back(kind == 0 ? pathLine(rng, i) : kind == 1 ? urlLine(rng, i) : proseLine(rng));
+        bytes += lines.back().size();
+    }
+    return lines;
+}
+
+size_t totalBytes(const std::vector<std::string>& lines) {
+    size_t n = 0;
+    for (const std::string& l : lines) n += l.size();
+    return n;
+}
+
+void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
+    ConsoleReporter::ReportRuns(runs);
+    for (const Run& run : runs) {
+        std::string name = run.benchmark_name();
+        size_t slash = name.rfind('/');
+        if (slash == std::string::npos) continue;
+        std::string kase = name.substr(0, slash);
+        auto it = run.counters.find("bytes_per_second");
+        if (it == run.counters.end()) it = run.counters.find("items_per_second");
+        if (it == run.counters.end()) continue;
+        if (!rates_.count(kase)) cases_.push_back(kase);
+        rates_[kase][name.substr(slash + 1)] = it->second;
+    }
+}
+
+void RatioReporter::printRatios() const {
+    std::printf("\n%-28s %-12s %10s %9s\n", "case", "engine", unit_.c_str(), "vs ref");
+    for (const std::string& kase : cases_) {
+        const auto& engines = rates_.at(kase);
+        auto ref = engines.find(reference_);
+        for (const auto& [engine, rate] : engines) {
+            double ratio = ref == engines.end() ? 0 : ref->second / rate;
+            std::printf("%-28s %-12s %10.1f %8.2fx%s\n", kase.c_str(), engine.c_str(), rate / 1e6,
+                        ratio, engine == reference_ ? "  (reference)" : "");
+        }
+    }
+    std::printf("\n\"vs ref\" = %s throughput / engine throughput: above 1 means %s is faster.\n",
+                reference_.c_str(), reference_.c_str());
+}
+
+int runWithRatios(int argc, char** argv, const std::string& reference, const std::string& unit) {
+    benchmark::Initialize(&argc, argv);
+    RatioReporter reporter(reference, unit);
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    reporter.printRatios();
+    benchmark::Shutdown();
+    return 0;
+}
+
+}  // namespace vfcbench

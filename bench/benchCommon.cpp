@@ -11,7 +11,9 @@ const char* const kWords[] = {"the",     "converter", "reads",  "chapter", "inde
                               "figure",  "page",      "output", "link",    "book",   "manual",
                               "release", "notes",     "draft",  "version", "format", "markup"};
 
-std::string word(std::mt19937& rng) { return kWords[rng() % (sizeof kWords / sizeof *kWords)]; }
+std::string word(std::mt19937& rng) {
+    return kWords[rng() % (sizeof kWords / sizeof *kWords)];
+}
 
 std::string pathLine(std::mt19937& rng, int i) {
     char buf[160];
@@ -39,13 +41,14 @@ std::string urlLine(std::mt19937& rng, int i) {
     char buf[200];
     switch (rng() % 3) {
         case 0:
-            std::snprintf(buf, sizeof buf, "http://www.%s%d.example.com:8080/%s/%s.html?x=%d&y=%s#%s",
+            std::snprintf(buf, sizeof buf,
+                          "http://www.%s%d.example.com:8080/%s/%s.html?x=%d&y=%s#%s",
                           word(rng).c_str(), i % 7, word(rng).c_str(), word(rng).c_str(), i,
                           word(rng).c_str(), word(rng).c_str());
             break;
         case 1:
-            std::snprintf(buf, sizeof buf, "file:///home/writer/%s/%s%%20%s.pdf",
-                          word(rng).c_str(), word(rng).c_str(), word(rng).c_str());
+            std::snprintf(buf, sizeof buf, "file:///home/writer/%s/%s%%20%s.pdf", word(rng).c_str(),
+                          word(rng).c_str(), word(rng).c_str());
             break;
         default:
             std::snprintf(buf, sizeof buf, "https://docs.example.org/%s/%s", word(rng).c_str(),
@@ -77,7 +80,9 @@ std::vector<std::string> makeLines(double megabytes) {
     size_t bytes = 0;
     for (int i = 0; bytes < megabytes * 1e6; ++i) {
         int kind = i % 3;
-        lines.push_back(kind == 0 ? pathLine(rng, i) : kind == 1 ? urlLine(rng, i) : proseLine(rng));
+        lines.push_back(kind == 0   ? pathLine(rng, i)
+                        : kind == 1 ? urlLine(rng, i)
+                                    : proseLine(rng));
         bytes += lines.back().size();
     }
     return lines;
@@ -85,7 +90,8 @@ std::vector<std::string> makeLines(double megabytes) {
 
 size_t totalBytes(const std::vector<std::string>& lines) {
     size_t n = 0;
-    for (const std::string& l : lines) n += l.size();
+    for (const std::string& l : lines)
+        n += l.size();
     return n;
 }
 

@@ -20,13 +20,13 @@ size_t totalBytes(const std::vector<std::string>& lines);
 // engine's throughput (bytes per second, or items per second when no bytes were counted) and its
 // ratio to the reference engine.
 class RatioReporter : public benchmark::ConsoleReporter {
-public:
+  public:
     RatioReporter(std::string reference, std::string unit)
         : reference_(std::move(reference)), unit_(std::move(unit)) {}
     void ReportRuns(const std::vector<Run>& runs) override;
     void printRatios() const;
 
-private:
+  private:
     std::string reference_;
     std::string unit_;
     std::vector<std::string> cases_;

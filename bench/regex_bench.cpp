@@ -27,8 +27,7 @@ const PatternCase kCases[] = {
     {"url-type", aURLTypeTemplate, "^[^:/]+://", "^[^:/]+://"},
     {"url-cgi-parameters", aURLCGIParametersTemplate, R"(\?[^?]*$)", R"(\?[^?]*$)"},
     {"url-colon-port", aURLColonPortTemplate, ":[0-9]*$", ":[0-9]*$"},
-    {"url-problem", aURLProblemTemplate, R"([%/?# \\"&<>\[\]\^`{|}~])",
-     R"([]%/?# \"&<>[^`{|}~])"},
+    {"url-problem", aURLProblemTemplate, R"([%/?# \\"&<>\[\]\^`{|}~])", R"([]%/?# \"&<>[^`{|}~])"},
     {"env-var", vDOSEnvVarTemplate, R"(%[^%]+%|\$[^$/:\\]+)", R"(%[^%]+%|\$[^$/:\]+)"},
     {"whitespace", vWSTemplate, "[ \n\r\t]+", "[ \n\r\t]+"},
     {"lead-or-trail-ws", vLeadOrTrailWSTemplate, "^[ \n\r\t]+|[ \n\r\t]+$",
@@ -77,7 +76,8 @@ struct Data {
     std::vector<vString> vlines;
     size_t bytes = vfcbench::totalBytes(lines);
     Data() {
-        for (const std::string& l : lines) vlines.emplace_back(l.data(), l.size());
+        for (const std::string& l : lines)
+            vlines.emplace_back(l.data(), l.size());
     }
 };
 

@@ -17,7 +17,8 @@ std::vector<std::string> sample(size_t length) {
     std::vector<std::string> out;
     for (const std::string& line : vfcbench::makeLines(0.5)) {
         std::string s = "  " + line + "\t ";
-        while (s.size() < length) s += s;
+        while (s.size() < length)
+            s += s;
         out.push_back(s.substr(0, length - 2) + " \t");
     }
     out.resize(2000);
@@ -26,7 +27,8 @@ std::vector<std::string> sample(size_t length) {
 
 std::vector<vString> asVStrings(const std::vector<std::string>& in) {
     std::vector<vString> out;
-    for (const std::string& s : in) out.emplace_back(s.data(), s.size());
+    for (const std::string& s : in)
+        out.emplace_back(s.data(), s.size());
     return out;
 }
 
@@ -34,7 +36,8 @@ template <class Op>
 void each(benchmark::State& state, size_t count, Op op) {
     size_t sum = 0;
     for (auto _ : state)
-        for (size_t i = 0; i < count; ++i) sum += op(i);
+        for (size_t i = 0; i < count; ++i)
+            sum += op(i);
     benchmark::DoNotOptimize(sum);
     state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * count));
 }
@@ -103,8 +106,14 @@ void registerAll(const char* size, size_t length) {
         benchmark::RegisterBenchmark(name.c_str(),
                                      [fn, n](benchmark::State& st) { each(st, n, fn); });
     };
-    reg("copy", "vfc", [vstrs](size_t i) { vString c((*vstrs)[i]); return c.length(); });
-    reg("copy", "std", [strs](size_t i) { std::string c((*strs)[i]); return c.size(); });
+    reg("copy", "vfc", [vstrs](size_t i) {
+        vString c((*vstrs)[i]);
+        return c.length();
+    });
+    reg("copy", "std", [strs](size_t i) {
+        std::string c((*strs)[i]);
+        return c.size();
+    });
     reg("compare", "vfc", [vstrs, n](size_t i) {
         return static_cast<size_t>((*vstrs)[i].fCompareTo((*vstrs)[(i + 1) % n]) + 1);
     });
@@ -132,7 +141,8 @@ void registerAll(const char* size, size_t length) {
         vString c((*encodedV)[i]);
         return vStringUtils::sfURLDecode(c).length();
     });
-    reg("urldecode", "std", [encodedStrs](size_t i) { return decodeStd((*encodedStrs)[i]).size(); });
+    reg("urldecode", "std",
+        [encodedStrs](size_t i) { return decodeStd((*encodedStrs)[i]).size(); });
 }
 
 }  // namespace

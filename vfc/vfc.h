@@ -4,12 +4,12 @@
 
 #include "vfc/base/export.h"
 
-#include "vfc/rw/RWClassID.h"
-#include "vfc/rw/RWCollectable.h"
-#include "vfc/rw/RWCollection.h"
 #include "vfc/rw/RWCRegexp.h"
 #include "vfc/rw/RWCString.h"
 #include "vfc/rw/RWCSubString.h"
+#include "vfc/rw/RWClassID.h"
+#include "vfc/rw/RWCollectable.h"
+#include "vfc/rw/RWCollection.h"
 #include "vfc/rw/RWSlistCollectables.h"
 #include "vfc/rw/RWSlistCollectablesIterator.h"
 #include "vfc/rw/RWWString.h"

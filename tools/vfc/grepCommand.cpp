@@ -61,7 +61,8 @@ int runGrep(const Args& args) {
         else
             return usageError("grep", "unknown option \"" + args[i] + "\"");
     }
-    if (args.size() - i < 2) return usageError("grep", "a PATTERN and at least one FILE are needed");
+    if (args.size() - i < 2)
+        return usageError("grep", "a PATTERN and at least one FILE are needed");
     vString pattern(args[i].data(), args[i].size());
     vRegExp re = options.form == 0 ? vRegExp(pattern) : vRegExp(pattern, options.form == 2);
     bool matched = false;

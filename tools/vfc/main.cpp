@@ -27,8 +27,7 @@ const std::vector<Command>& commands() {
          "Escapes blank \" # % & ' / < > ? [ \\ ] ^ ` { | } ~ as %xx (lower-case hex).",
          runUrlEncode},
         {"urldecode", "TEXT...", "print each TEXT with its URL escapes decoded",
-         "Decodes each %xx (either case) except %00; other % signs stay as written.",
-         runUrlDecode},
+         "Decodes each %xx (either case) except %00; other % signs stay as written.", runUrlDecode},
     };
     return all;
 }

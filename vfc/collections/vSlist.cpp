@@ -5,11 +5,17 @@
 
 const RWClassID vSlist::myAtom = vClassID::vSlist;
 
-RWClassID vSlist::classIsA() { return myAtom; }
+RWClassID vSlist::classIsA() {
+    return myAtom;
+}
 
-vSlist::vSlist(const vSlist& other) : RWSlistCollectables() { fAppendCopies(other); }
+vSlist::vSlist(const vSlist& other) : RWSlistCollectables() {
+    fAppendCopies(other);
+}
 
-vSlist::~vSlist() { clearAndDestroy(); }
+vSlist::~vSlist() {
+    clearAndDestroy();
+}
 
 vSlist& vSlist::operator=(const vSlist& other) {
     if (&other == this) return *this;
@@ -20,7 +26,8 @@ vSlist& vSlist::operator=(const vSlist& other) {
 
 void vSlist::fAppendCopies(const vSlist& other) {
     vSlistIterator it(other);
-    while (it.fAdvance()) append(it.apKey()->copy());
+    while (it.fAdvance())
+        append(it.apKey()->copy());
 }
 
 bool vSlist::fInsert(const RWCollectable& x) {
@@ -43,6 +50,10 @@ bool vSlist::fClearAndDestroy() {
     return true;
 }
 
-RWCollectable* vSlist::newSpecies() const { return new vSlist; }
+RWCollectable* vSlist::newSpecies() const {
+    return new vSlist;
+}
 
-RWCollectable* vSlist::copy() const { return new vSlist(*this); }
+RWCollectable* vSlist::copy() const {
+    return new vSlist(*this);
+}

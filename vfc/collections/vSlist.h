@@ -10,7 +10,7 @@
 #include "vfc/rw/RWSlistCollectables.h"
 
 class VFC_API vSlist : public RWSlistCollectables {
-public:
+  public:
     vSlist() = default;
     // Copies of all of other's elements, in order.
     vSlist(const vSlist& other);
@@ -35,7 +35,7 @@ public:
     static RWClassID classIsA();
     static const RWClassID myAtom;
 
-private:
+  private:
     void fAppendCopies(const vSlist& other);
 };
 

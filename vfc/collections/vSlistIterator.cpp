@@ -10,4 +10,6 @@ bool vSlistIterator::fReset() {
     return true;
 }
 
-bool vSlistIterator::fAdvance() { return (*this)() != nullptr; }
+bool vSlistIterator::fAdvance() {
+    return (*this)() != nullptr;
+}

@@ -8,7 +8,7 @@
 #include "vfc/rw/RWSlistCollectablesIterator.h"
 
 class VFC_API vSlistIterator : public RWSlistCollectablesIterator {
-public:
+  public:
     explicit vSlistIterator(const vSlist& list);
     vSlistIterator(const vSlistIterator& other) = default;
     vSlistIterator& operator=(const vSlistIterator& other) = default;

@@ -14,20 +14,23 @@ constexpr size_t kReadChunk = 2048;
 
 const RWClassID vSString::myAtom = vClassID::vSString;
 
-RWClassID vSString::classIsA() { return myAtom; }
+RWClassID vSString::classIsA() {
+    return myAtom;
+}
 
-vSString::vSString() : vpGStreambuf(kBufferSize) { init(static_cast<vpGStreambuf*>(this)); }
+vSString::vSString() : vpGStreambuf(kBufferSize) {
+    init(static_cast<vpGStreambuf*>(this));
+}
 
 vSString::vSString(const vSString& other)
-    : std::basic_ios<char>(),
-      vpGStreambuf(other),
-      RWCollectable(other),
-      aString(other.aString) {
+    : std::basic_ios<char>(), vpGStreambuf(other), RWCollectable(other), aString(other.aString) {
     init(static_cast<vpGStreambuf*>(this));
     aString.append(other.pbase(), static_cast<size_t>(other.pptr() - other.pbase()));
 }
 
-vSString::~vSString() { sync(); }
+vSString::~vSString() {
+    sync();
+}
 
 int vSString::consumer(char* data, int n) {
     aString.append(data, static_cast<size_t>(n));
@@ -39,9 +42,13 @@ vString& vSString::string() {
     return aString;
 }
 
-const char* vSString::data() { return string().data(); }
+const char* vSString::data() {
+    return string().data();
+}
 
-int vSString::length() { return static_cast<int>(string().length()); }
+int vSString::length() {
+    return static_cast<int>(string().length());
+}
 
 size_t vSString::write(std::istream& in) {
     if (!in.good()) return 0;
@@ -58,9 +65,13 @@ size_t vSString::write(std::istream& in) {
     return total;
 }
 
-RWCollectable* vSString::newSpecies() const { return new vSString; }
+RWCollectable* vSString::newSpecies() const {
+    return new vSString;
+}
 
-RWCollectable* vSString::copy() const { return new vSString(*this); }
+RWCollectable* vSString::copy() const {
+    return new vSString(*this);
+}
 
 std::ostream& operator<<(std::ostream& out, vSString& s) {
     s.sync();

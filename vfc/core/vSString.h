@@ -19,8 +19,10 @@
 #include "vfc/persist/vpGStreambuf.h"
 #include "vfc/rw/RWCollectable.h"
 
-class VFC_API vSString : public virtual std::basic_ios<char>, public vpGStreambuf, public RWCollectable {
-public:
+class VFC_API vSString : public virtual std::basic_ios<char>,
+                         public vpGStreambuf,
+                         public RWCollectable {
+  public:
     vSString();
     // The copy holds the text written to other so far, its pending output included.
     vSString(const vSString& other);
@@ -41,7 +43,7 @@ public:
     static RWClassID classIsA();
     static const RWClassID myAtom;
 
-private:
+  private:
     friend VFC_API std::ostream& operator<<(std::ostream& out, vSString& s);
     int consumer(char* data, int n) override;
 

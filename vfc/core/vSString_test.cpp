@@ -7,7 +7,9 @@
 
 namespace {
 
-std::string str(const RWCString& s) { return std::string(s.data(), s.length()); }
+std::string str(const RWCString& s) {
+    return std::string(s.data(), s.length());
+}
 
 TEST(vSString, AccumulatesWhatAStreamWritesIntoIt) {
     vSString s;
@@ -37,7 +39,8 @@ TEST(vSString, OutputToAnotherStreamDrainsIt) {
 
 TEST(vSString, CopiesAnInputStreamInChunks) {
     std::string big(2048 * 3 + 17, '\0');
-    for (size_t i = 0; i < big.size(); ++i) big[i] = static_cast<char>(i * 7);
+    for (size_t i = 0; i < big.size(); ++i)
+        big[i] = static_cast<char>(i * 7);
     std::istringstream in(big);
     vSString s;
     std::ostream out(&s);

@@ -12,7 +12,9 @@
 
 const RWClassID vString::myAtom = vClassID::vString;
 
-RWClassID vString::classIsA() { return myAtom; }
+RWClassID vString::classIsA() {
+    return myAtom;
+}
 
 vString::vString(const char* s) : RWCString(s) {}
 
@@ -88,9 +90,13 @@ bool vString::fLastCharIsEqual(unsigned char c) const {
     return length() > 0 && static_cast<unsigned char>(data()[length() - 1]) == c;
 }
 
-RWCollectable* vString::newSpecies() const { return new vString; }
+RWCollectable* vString::newSpecies() const {
+    return new vString;
+}
 
-RWCollectable* vString::copy() const { return new vString(*this); }
+RWCollectable* vString::copy() const {
+    return new vString(*this);
+}
 
 int vString::compareTo(const RWCollectable* other) const {
     return RWCString::compareTo(*static_cast<const vString*>(other));
@@ -138,10 +144,12 @@ void vString::fTrim() {
     // leading run first, then the trailing run of what is left.
     auto blank = [](char c) { return c == ' ' || c == '\t'; };
     size_t lead = 0;
-    while (lead < length() && blank(data()[lead])) ++lead;
+    while (lead < length() && blank(data()[lead]))
+        ++lead;
     if (lead) remove(0, lead);
     size_t end = length();
-    while (end > 0 && blank(data()[end - 1])) --end;
+    while (end > 0 && blank(data()[end - 1]))
+        --end;
     if (end < length()) remove(end);
 }
 

@@ -18,7 +18,7 @@ class vRegExp;
 class vVBuffer;
 
 class VFC_API vString : public RWCollectable, public RWCString {
-public:
+  public:
     vString() = default;
     vString(const char* s);            // up to the terminating zero
     vString(const char* s, size_t n);  // exactly n bytes, zeros included
@@ -57,9 +57,7 @@ public:
         return RWCString::compareTo(other, ignoreCase);
     }
     bool fIsEqual(const vString& other) const { return fCompareTo(other) == 0; }
-    bool fIsEqualIgnoreCase(const vString& other) const {
-        return fCompareToIgnoreCase(other) == 0;
-    }
+    bool fIsEqualIgnoreCase(const vString& other) const { return fCompareToIgnoreCase(other) == 0; }
     // Whether the last byte is c; false for the empty string.
     bool fLastCharIsEqual(unsigned char c) const;
 

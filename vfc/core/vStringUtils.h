@@ -6,7 +6,7 @@
 #include "vfc/core/vString.h"
 
 class VFC_API vStringUtils {
-public:
+  public:
     // Replaces each one-byte character of the set  space " # % & ' / < > ? [ \ ] ^ ` { | } ~
     // by "%" and two lower-case hex digits; everything else, multi-byte characters included,
     // stays. "/" is escaped and ":" is not.

@@ -7,7 +7,9 @@
 
 namespace {
 
-std::string str(const RWCString& s) { return std::string(s.data(), s.length()); }
+std::string str(const RWCString& s) {
+    return std::string(s.data(), s.length());
+}
 
 std::string encode(const std::string& in) {
     vString s(in.data(), in.size());
@@ -44,7 +46,8 @@ TEST(vStringUtils, DecodingUndoesEncoding) {
     std::mt19937 rng(11);
     for (int i = 0; i < 500; ++i) {
         std::string text(rng() % 30, ' ');
-        for (char& c : text) c = static_cast<char>(1 + rng() % 255);  // no zero bytes
+        for (char& c : text)
+            c = static_cast<char>(1 + rng() % 255);  // no zero bytes
         // "%" followed by two hex digits in the input would be decoded but was never encoded
         // as such: the encoder escapes every "%", so the round trip holds.
         EXPECT_EQ(decode(encode(text)), text) << i;

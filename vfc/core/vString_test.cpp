@@ -13,18 +13,20 @@
 
 namespace {
 
-std::string str(const RWCString& s) { return std::string(s.data(), s.length()); }
+std::string str(const RWCString& s) {
+    return std::string(s.data(), s.length());
+}
 
 // Switches LC_CTYPE for the life of the object.
 class CtypeLocale {
-public:
+  public:
     explicit CtypeLocale(const char* name) : saved_(std::setlocale(LC_CTYPE, nullptr)) {
         ok_ = std::setlocale(LC_CTYPE, name) != nullptr;
     }
     ~CtypeLocale() { std::setlocale(LC_CTYPE, saved_.c_str()); }
     bool ok() const { return ok_; }
 
-private:
+  private:
     std::string saved_;
     bool ok_;
 };
@@ -114,7 +116,8 @@ TEST(vString, MapsCaseByTheFixedLatin1RuleInASingleByteLocale) {
     EXPECT_EQ(str(down), "z\xe9\xf7\xfe\xdf");
     // Every byte, exhaustively, against the rule.
     std::string all;
-    for (int c = 0; c < 256; ++c) all += static_cast<char>(c);
+    for (int c = 0; c < 256; ++c)
+        all += static_cast<char>(c);
     vString u(all.data(), all.size()), l(all.data(), all.size());
     u.toUpper();
     l.fToLower();
@@ -146,8 +149,8 @@ TEST(vString, TrimsOnlyBlanksAndTabs) {
         const char* in;
         const char* out;
     } rows[] = {
-        {" \t a b \t ", "a b"}, {"\r\n x", "\r\n x"}, {"", ""},      {" \t ", ""},
-        {"x", "x"},             {"x\t", "x"},         {"\tx", "x"}, {" x \n", "x \n"},
+        {" \t a b \t ", "a b"}, {"\r\n x", "\r\n x"}, {"", ""},          {" \t ", ""}, {"x", "x"},
+        {"x\t", "x"},           {"\tx", "x"},         {" x \n", "x \n"},
     };
     for (const Row& r : rows) {
         vString s(r.in);

@@ -13,7 +13,7 @@
 class vString;
 
 class VFC_API vSubString : public RWCSubString {
-public:
+  public:
     vSubString(const vSubString& other) = default;
     vSubString(const RWCSubString& other) : RWCSubString(other) {}
     virtual ~vSubString();
@@ -22,7 +22,7 @@ public:
     vSubString& operator=(const vString& s);
     vSubString& operator=(const vSubString& s);
 
-private:
+  private:
     friend class vString;
     vSubString(const vString& s, size_t start, size_t extent);
 };

@@ -7,7 +7,9 @@
 
 const RWClassID vVBuffer::myAtom = vClassID::vVBuffer;
 
-RWClassID vVBuffer::classIsA() { return myAtom; }
+RWClassID vVBuffer::classIsA() {
+    return myAtom;
+}
 
 vVBuffer::vVBuffer(size_t segmentSize) : aSegmentSize(std::max<size_t>(segmentSize, 1)) {}
 
@@ -28,7 +30,9 @@ void vVBuffer::fAppend(const char* bytes, size_t n) {
     }
 }
 
-void vVBuffer::fAppend(const char* text) { fAppend(text, text ? std::strlen(text) : 0); }
+void vVBuffer::fAppend(const char* text) {
+    fAppend(text, text ? std::strlen(text) : 0);
+}
 
 void vVBuffer::fClear() {
     aSegments.clear();
@@ -41,6 +45,10 @@ bool vVBuffer::fForEachSegment(const std::function<bool(const char*, size_t)>& v
     return true;
 }
 
-RWCollectable* vVBuffer::newSpecies() const { return new vVBuffer(aSegmentSize); }
+RWCollectable* vVBuffer::newSpecies() const {
+    return new vVBuffer(aSegmentSize);
+}
 
-RWCollectable* vVBuffer::copy() const { return new vVBuffer(*this); }
+RWCollectable* vVBuffer::copy() const {
+    return new vVBuffer(*this);
+}

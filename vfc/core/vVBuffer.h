@@ -12,7 +12,7 @@
 #include "vfc/rw/RWCollectable.h"
 
 class VFC_API vVBuffer : public RWCollectable {
-public:
+  public:
     // segmentSize: bytes per segment (at least 1).
     explicit vVBuffer(size_t segmentSize = 4096);
     vVBuffer(const vVBuffer& other) = default;
@@ -35,7 +35,7 @@ public:
     static RWClassID classIsA();
     static const RWClassID myAtom;
 
-private:
+  private:
     size_t aSegmentSize;
     size_t aLength = 0;
     std::vector<std::string> aSegments;  // every one full but the last

@@ -22,8 +22,7 @@ vpGStreambuf::vpGStreambuf(int size)
     setp(aPut, aPut + aSize);
 }
 
-vpGStreambuf::vpGStreambuf(const vpGStreambuf& other)
-    : vpGStreambuf(other.aSize) {}
+vpGStreambuf::vpGStreambuf(const vpGStreambuf& other) : vpGStreambuf(other.aSize) {}
 
 vpGStreambuf::~vpGStreambuf() {
     sync();
@@ -31,9 +30,13 @@ vpGStreambuf::~vpGStreambuf() {
     std::free(aPut);
 }
 
-int vpGStreambuf::consumer(char*, int) { return 0; }
+int vpGStreambuf::consumer(char*, int) {
+    return 0;
+}
 
-int vpGStreambuf::producer(char*, int) { return 0; }
+int vpGStreambuf::producer(char*, int) {
+    return 0;
+}
 
 int vpGStreambuf::sync() {
     int n = static_cast<int>(pptr() - pbase());

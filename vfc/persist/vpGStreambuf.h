@@ -12,7 +12,7 @@
 #include "vfc/base/export.h"
 
 class VFC_API vpGStreambuf : public std::basic_streambuf<char> {
-public:
+  public:
     explicit vpGStreambuf(int size);
     // A copy gets fresh, empty buffers of the same size.
     vpGStreambuf(const vpGStreambuf& other);
@@ -21,7 +21,7 @@ public:
     // flush in its own destructor.
     ~vpGStreambuf() override;
 
-protected:
+  protected:
     // Hands the pending output to consumer(). 0 when all of it was taken (or there was none);
     // 255 when the consumer took nothing or claimed more than it was given.
     int sync() override;
@@ -32,7 +32,7 @@ protected:
 
     int bufferSize() const { return aSize; }
 
-private:
+  private:
     // Takes n output bytes; returns how many it took. The base takes none.
     virtual int consumer(char* data, int n);
     // Gives up to n input bytes; returns how many it gave. The base gives none.

@@ -11,7 +11,7 @@ namespace {
 // A buffer whose consumer takes at most `take` bytes per call (or a fixed answer) and whose
 // producer hands out `input` in pieces of at most `give` bytes.
 class Probe : public vpGStreambuf {
-public:
+  public:
     explicit Probe(int size) : vpGStreambuf(size) {}
     ~Probe() override { sync(); }
 
@@ -25,7 +25,7 @@ public:
     using vpGStreambuf::overflow;
     using vpGStreambuf::sync;
 
-private:
+  private:
     int consumer(char* data, int n) override {
         ++calls;
         if (answer >= 0) return answer;
@@ -90,7 +90,8 @@ TEST(vpGStreambuf, ReadsFromTheProducerAndAnswers255AtTheEnd) {
     buf.give = 3;
     std::istream in(&buf);
     std::string got;
-    for (int i = 0; i < 11; ++i) got += static_cast<char>(in.get());
+    for (int i = 0; i < 11; ++i)
+        got += static_cast<char>(in.get());
     EXPECT_EQ(got, "hello world");
     EXPECT_EQ(in.get(), 255);  // no data: byte 255, not end-of-file
     EXPECT_EQ(in.get(), 255);

@@ -33,7 +33,7 @@ class Matcher;
 }  // namespace vfc::rx
 
 class VFC_API RWCRegexp {
-public:
+  public:
     enum statVal {
         OK = 0,
         ILLEGAL,  // malformed: unclosed [, a quantifier with nothing before it, a trailing \,
@@ -57,7 +57,7 @@ public:
     size_t index(const RWCString& text, size_t* extent = nullptr, size_t start = 0) const;
     size_t index(const char* text, size_t length, size_t* extent, size_t start) const;
 
-private:
+  private:
     friend class vRegExp;  // compiles the expressions of its alternatives into one automaton
 
     void compile(const char* pattern, size_t length);

@@ -15,7 +15,9 @@ RWCString::EmptyStorage RWCString::empty_ = {{{1}, false, 0, 0}, {}};
 
 namespace {
 
-unsigned char foldAscii(unsigned char c) { return (c >= 'A' && c <= 'Z') ? c + 0x20 : c; }
+unsigned char foldAscii(unsigned char c) {
+    return (c >= 'A' && c <= 'Z') ? c + 0x20 : c;
+}
 
 // The scratch byte that a writable out-of-range index refers to.
 thread_local char outOfRange;
@@ -217,9 +219,9 @@ uint64_t loadWord(const unsigned char* p, bool fold) {
     if (fold) {
         // Set bit 5 of every byte that is an upper-case ASCII letter.
         uint64_t high = 0x8080808080808080ull;
-        uint64_t ge_a = (w | high) - 0x4141414141414141ull;          // byte >= 'A'
-        uint64_t gt_z = (w | high) - 0x5B5B5B5B5B5B5B5Bull;          // byte >= 'Z' + 1
-        uint64_t upper = ge_a & ~gt_z & ~w & high;                   // 'A' <= byte <= 'Z'
+        uint64_t ge_a = (w | high) - 0x4141414141414141ull;  // byte >= 'A'
+        uint64_t gt_z = (w | high) - 0x5B5B5B5B5B5B5B5Bull;  // byte >= 'Z' + 1
+        uint64_t upper = ge_a & ~gt_z & ~w & high;           // 'A' <= byte <= 'Z'
         w |= upper >> 2;
     }
     return w;
@@ -232,7 +234,8 @@ unsigned RWCString::hash(caseCompare cmp) const {
     size_t n = length();
     bool fold = cmp == ignoreCase;
     uint64_t h = 0x243F6A8885A308D3ull ^ n;
-    for (; n >= 8; n -= 8, p += 8) h = mix(h, loadWord(p, fold));
+    for (; n >= 8; n -= 8, p += 8)
+        h = mix(h, loadWord(p, fold));
     uint64_t last = 0;
     for (size_t i = 0; i < n; ++i) {
         unsigned char c = fold ? foldAscii(p[i]) : p[i];

@@ -11,7 +11,9 @@
 
 namespace {
 
-std::string str(const RWCString& s) { return std::string(s.data(), s.length()); }
+std::string str(const RWCString& s) {
+    return std::string(s.data(), s.length());
+}
 
 TEST(RWCString, CopiesShareBytesUntilOneSideChanges) {
     RWCString a("shared text");
@@ -83,9 +85,9 @@ TEST(RWCString, ComparesBytesAsUnsignedAndFoldsOnlyAscii) {
         int exact;
         int ignore;
     } rows[] = {
-        {"abc", "abc", 0, 0},   {"abc", "abd", -1, -1},    {"abc", "ab", 1, 1},
-        {"ABC", "abc", -1, 0},  {"a\xe9", "az", 1, 1},     {"\xc9", "\xe9", -1, -1},
-        {"", "", 0, 0},         {"Zebra", "apple", -1, 1}, {"[", "a", -1, -1},
+        {"abc", "abc", 0, 0},  {"abc", "abd", -1, -1},    {"abc", "ab", 1, 1},
+        {"ABC", "abc", -1, 0}, {"a\xe9", "az", 1, 1},     {"\xc9", "\xe9", -1, -1},
+        {"", "", 0, 0},        {"Zebra", "apple", -1, 1}, {"[", "a", -1, -1},
     };
     for (const Row& r : rows) {
         RWCString a(r.a);
@@ -104,7 +106,8 @@ TEST(RWCString, CaseIgnoringHashAgreesWithFoldedText) {
     std::mt19937 rng(7);
     for (int round = 0; round < 2000; ++round) {
         std::string text(rng() % 40, '\0');
-        for (char& c : text) c = static_cast<char>(rng() % 256);
+        for (char& c : text)
+            c = static_cast<char>(rng() % 256);
         std::string folded = text;
         for (char& c : folded)
             if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + 32);

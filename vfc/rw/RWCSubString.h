@@ -13,7 +13,7 @@
 #include "vfc/rw/RWCString.h"
 
 class VFC_API RWCSubString {
-public:
+  public:
     RWCSubString(const RWCSubString&) = default;
 
     RWCSubString& operator=(const char* s);
@@ -30,11 +30,11 @@ public:
     // The byte at i of the view; 0 past its end.
     char operator()(size_t i) const noexcept { return i < extent_ ? data()[i] : '\0'; }
 
-protected:
+  protected:
     RWCSubString(const RWCString& s, size_t start, size_t len)
         : str_(const_cast<RWCString*>(&s)), begin_(start), extent_(len) {}
 
-private:
+  private:
     friend class RWCString;
     void assign(const char* s, size_t n);
 
@@ -49,8 +49,12 @@ inline bool operator==(const RWCSubString& a, const char* b) noexcept {
 inline bool operator==(const RWCSubString& a, const RWCString& b) noexcept {
     return a.view() == b.view();
 }
-inline bool operator!=(const RWCSubString& a, const char* b) noexcept { return !(a == b); }
-inline bool operator!=(const RWCSubString& a, const RWCString& b) noexcept { return !(a == b); }
+inline bool operator!=(const RWCSubString& a, const char* b) noexcept {
+    return !(a == b);
+}
+inline bool operator!=(const RWCSubString& a, const RWCString& b) noexcept {
+    return !(a == b);
+}
 
 // Writes the viewed bytes.
 VFC_API std::ostream& operator<<(std::ostream& out, const RWCSubString& s);

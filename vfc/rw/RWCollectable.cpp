@@ -5,13 +5,21 @@
 
 RWCollectable::~RWCollectable() = default;
 
-RWCollectable* RWCollectable::newSpecies() const { return new RWCollectable; }
+RWCollectable* RWCollectable::newSpecies() const {
+    return new RWCollectable;
+}
 
-RWCollectable* RWCollectable::copy() const { return new RWCollectable(*this); }
+RWCollectable* RWCollectable::copy() const {
+    return new RWCollectable(*this);
+}
 
-RWClassID RWCollectable::isA() const { return classIsA(); }
+RWClassID RWCollectable::isA() const {
+    return classIsA();
+}
 
-size_t RWCollectable::binaryStoreSize() const { return 0; }
+size_t RWCollectable::binaryStoreSize() const {
+    return 0;
+}
 
 int RWCollectable::compareTo(const RWCollectable* other) const {
     // std::less gives a total order on unrelated pointers, where the built-in < does not.
@@ -25,7 +33,9 @@ unsigned RWCollectable::hash() const {
     return static_cast<unsigned>(bits ^ (bits >> 32));
 }
 
-bool RWCollectable::isEqual(const RWCollectable* other) const { return this == other; }
+bool RWCollectable::isEqual(const RWCollectable* other) const {
+    return this == other;
+}
 
 void RWCollectable::restoreGuts(RWvistream&) {}
 void RWCollectable::restoreGuts(RWFile&) {}

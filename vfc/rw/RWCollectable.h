@@ -14,7 +14,7 @@ class RWvostream;
 class RWFile;
 
 class VFC_API RWCollectable {
-public:
+  public:
     RWCollectable() = default;
     RWCollectable(const RWCollectable&) = default;
     RWCollectable& operator=(const RWCollectable&) = default;

@@ -2,6 +2,10 @@
 
 RWCollection::~RWCollection() = default;
 
-bool RWCollection::contains(const RWCollectable* target) const { return find(target) != nullptr; }
+bool RWCollection::contains(const RWCollectable* target) const {
+    return find(target) != nullptr;
+}
 
-void RWCollection::removeAndDestroy(const RWCollectable* target) { delete remove(target); }
+void RWCollection::removeAndDestroy(const RWCollectable* target) {
+    delete remove(target);
+}

@@ -9,7 +9,7 @@
 #include "vfc/rw/RWCollectable.h"
 
 class VFC_API RWCollection : public RWCollectable {
-public:
+  public:
     ~RWCollection() override;
 
     virtual size_t entries() const = 0;

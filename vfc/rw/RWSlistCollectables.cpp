@@ -1,6 +1,8 @@
 #include "vfc/rw/RWSlistCollectables.h"
 
-RWSlistCollectables::~RWSlistCollectables() { clear(); }
+RWSlistCollectables::~RWSlistCollectables() {
+    clear();
+}
 
 RWCollectable* RWSlistCollectables::append(RWCollectable* a) {
     Link* link = new Link{nullptr, a};
@@ -25,7 +27,8 @@ RWCollectable* RWSlistCollectables::insertAt(size_t i, RWCollectable* a) {
     if (i == 0) return prepend(a);
     if (i == count_) return append(a);
     Link* prev = head_;
-    while (--i > 0) prev = prev->next;
+    while (--i > 0)
+        prev = prev->next;
     prev->next = new Link{prev->next, a};
     ++count_;
     return a;
@@ -33,7 +36,8 @@ RWCollectable* RWSlistCollectables::insertAt(size_t i, RWCollectable* a) {
 
 RWCollectable* RWSlistCollectables::at(size_t i) const {
     Link* link = head_;
-    for (; link && i > 0; --i) link = link->next;
+    for (; link && i > 0; --i)
+        link = link->next;
     return link ? link->item : nullptr;
 }
 
@@ -74,19 +78,23 @@ bool RWSlistCollectables::containsReference(const RWCollectable* p) const {
     return false;
 }
 
-RWCollectable* RWSlistCollectables::removeFirst() { return unlinkAfter(nullptr); }
+RWCollectable* RWSlistCollectables::removeFirst() {
+    return unlinkAfter(nullptr);
+}
 
 RWCollectable* RWSlistCollectables::removeLast() {
     if (!head_) return nullptr;
     Link* prev = nullptr;
-    for (Link* link = head_; link != tail_; link = link->next) prev = link;
+    for (Link* link = head_; link != tail_; link = link->next)
+        prev = link;
     return unlinkAfter(prev);
 }
 
 RWCollectable* RWSlistCollectables::removeAt(size_t i) {
     if (i >= count_) return nullptr;
     Link* prev = nullptr;
-    for (Link* link = head_; i > 0; --i, link = link->next) prev = link;
+    for (Link* link = head_; i > 0; --i, link = link->next)
+        prev = link;
     return unlinkAfter(prev);
 }
 
@@ -101,5 +109,6 @@ void RWSlistCollectables::clear() {
 }
 
 void RWSlistCollectables::clearAndDestroy() {
-    while (head_) delete unlinkAfter(nullptr);
+    while (head_)
+        delete unlinkAfter(nullptr);
 }

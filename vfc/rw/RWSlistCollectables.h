@@ -10,7 +10,7 @@
 #include "vfc/rw/RWCollection.h"
 
 class VFC_API RWSlistCollectables : public RWCollection {
-public:
+  public:
     RWSlistCollectables() = default;
     // Copying would leave two lists holding the same pointers; subclasses that own their
     // elements define copies that duplicate them.
@@ -42,7 +42,7 @@ public:
     bool containsReference(const RWCollectable* p) const;
     RWCollectable* removeReference(const RWCollectable* p);
 
-private:
+  private:
     friend class RWSlistCollectablesIterator;
     struct Link {
         Link* next;

@@ -9,7 +9,7 @@
 #include "vfc/rw/RWSlistCollectables.h"
 
 class VFC_API RWSlistCollectablesIterator {
-public:
+  public:
     explicit RWSlistCollectablesIterator(RWSlistCollectables& list) : list_(&list) {}
     virtual ~RWSlistCollectablesIterator();
 
@@ -26,10 +26,10 @@ public:
     // Unlinks the current element and returns it (null when there is none).
     RWCollectable* remove();
 
-protected:
+  protected:
     RWSlistCollectables* list_;
 
-private:
+  private:
     using Link = RWSlistCollectables::Link;
     Link* prev_ = nullptr;  // the link before the current position
     Link* cur_ = nullptr;   // the current link; null when not on an element

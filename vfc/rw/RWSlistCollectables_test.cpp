@@ -24,7 +24,8 @@ int Tracked::live = 0;
 std::string join(const RWSlistCollectables& list) {
     std::string out;
     RWSlistCollectablesIterator it(const_cast<RWSlistCollectables&>(list));
-    while (RWCollectable* item = it()) out += static_cast<vString*>(item)->data();
+    while (RWCollectable* item = it())
+        out += static_cast<vString*>(item)->data();
     return out;
 }
 
@@ -59,7 +60,8 @@ TEST(RWSlistCollectables, LinksWithoutOwning) {
 TEST(RWSlistCollectablesIterator, RemovingTheCurrentElementContinuesWithTheNext) {
     vString items[] = {"1", "2", "3", "4", "5"};
     RWSlistCollectables list;
-    for (vString& s : items) list.append(&s);
+    for (vString& s : items)
+        list.append(&s);
     RWSlistCollectablesIterator it(list);
     // Drop the odd ones, including the first and the last.
     while (RWCollectable* item = it()) {
@@ -104,7 +106,8 @@ TEST(vSlist, OwnsCopiesAndDestroysThem) {
 
 TEST(vSlistIterator, WalksInOrderAndReportsEnds) {
     vSlist list;
-    for (const char* s : {"a", "b", "c"}) list.fInsert(vString(s));
+    for (const char* s : {"a", "b", "c"})
+        list.fInsert(vString(s));
     vSlistIterator it(list);
     EXPECT_EQ(it.apKey(), nullptr);
     std::string seen;

@@ -10,7 +10,7 @@
 #include "vfc/rw/RWCString.h"
 
 class VFC_API RWWString {
-public:
+  public:
     RWWString() = default;
     RWWString(const wchar_t* s) : text_(s ? s : L"") {}
     RWWString(const wchar_t* s, size_t n) : text_(s, n) {}
@@ -22,7 +22,7 @@ public:
     // becomes "?"; in the C locale only the 7-bit range can be encoded.
     RWCString toMultiByte() const;
 
-private:
+  private:
     std::wstring text_;
 };
 

@@ -10,7 +10,9 @@
 
 const RWClassID vRegExp::myAtom = vClassID::vRegExp;
 
-RWClassID vRegExp::classIsA() { return myAtom; }
+RWClassID vRegExp::classIsA() {
+    return myAtom;
+}
 
 vRegExp::vRegExp() = default;
 
@@ -90,14 +92,20 @@ void vRegExp::fNormalize(const vString& in, vString& out) {
     out = "^";
     for (size_t i = 0; i < n; ++i) {
         switch (p[i]) {
-            case '*': out.append(".*"); break;
-            case '?': out.append('.'); break;
+            case '*':
+                out.append(".*");
+                break;
+            case '?':
+                out.append('.');
+                break;
             case '.':
             case '+':
             case '$':
             case '^':
             case '[':
-            case ']': out.append('\\').append(p[i]); break;
+            case ']':
+                out.append('\\').append(p[i]);
+                break;
             case '\\':
                 if (i + 1 < n && p[i + 1] == '\\') {
                     out.append("\\\\\\\\");
@@ -106,7 +114,8 @@ void vRegExp::fNormalize(const vString& in, vString& out) {
                     out.append("\\\\");
                 }
                 break;
-            default: out.append(p[i]);
+            default:
+                out.append(p[i]);
         }
     }
     out.append('$');
@@ -152,6 +161,10 @@ size_t vRegExp::index(const char* text, size_t length, size_t* extent, size_t st
     return pos;
 }
 
-RWCollectable* vRegExp::newSpecies() const { return new vRegExp; }
+RWCollectable* vRegExp::newSpecies() const {
+    return new vRegExp;
+}
 
-RWCollectable* vRegExp::copy() const { return new vRegExp(*this); }
+RWCollectable* vRegExp::copy() const {
+    return new vRegExp(*this);
+}

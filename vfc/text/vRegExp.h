@@ -29,7 +29,7 @@ class Matcher;
 }
 
 class VFC_API vRegExp : public RWCollectable {
-public:
+  public:
     // No alternatives: matches nothing.
     vRegExp();
     // Alternation form: the pattern is split at every "|" that is neither escaped ("\|" is a
@@ -55,7 +55,7 @@ public:
     static RWClassID classIsA();
     static const RWClassID myAtom;
 
-private:
+  private:
     void fInitialize(const vString& pattern);
     static void fNormalize(const vString& in, vString& out);
     void fInitializeWithSemis(const vString& pattern);
@@ -64,7 +64,7 @@ private:
     // Builds the one automaton that searches all valid alternatives at once.
     void fBuildMatcher();
 
-    vSlist aList;  // the alternatives, in pattern order
+    vSlist aList;                                // the alternatives, in pattern order
     std::unique_ptr<vfc::rx::Matcher> aMatcher;  // null when no alternative is valid
 };
 

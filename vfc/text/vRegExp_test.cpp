@@ -38,22 +38,22 @@ struct Row {
 
 TEST(vRegExp, AlternationSplitsOnBarsOutsideBracketsAndEscapes) {
     const Row rows[] = {
-        {"a|b", "xbya", {1, 1}},        // leftmost over all alternatives
-        {"ab|abc", "abcd", {0, 3}},     // same position: the longer wins
-        {"abc|ab", "abcd", {0, 3}},     //   whatever the order
-        {"a\\|b", "xa|b", {1, 3}},      // an escaped bar is literal
-        {"a\\|b", "ab", kNone},         //   and does not split
-        {"[a|b]", "x|", {1, 1}},        // a bar inside brackets is literal
-        {"[a|b]", "ab", {0, 1}},        //   and the class is one alternative
-        {"|a||b|", "xb", {1, 1}},       // empty alternatives are dropped...
-        {"|a||b|", "xyz", kNone},       //   so nothing matches the empty text
-        {"[x|y", "x|y", kNone},         // one alternative, invalid: never matches
-        {"b|[x", "[xb", {2, 1}},        // the valid alternative still matches
-        {"", "abc", kNone},             // no alternatives at all
+        {"a|b", "xbya", {1, 1}},     // leftmost over all alternatives
+        {"ab|abc", "abcd", {0, 3}},  // same position: the longer wins
+        {"abc|ab", "abcd", {0, 3}},  //   whatever the order
+        {"a\\|b", "xa|b", {1, 3}},   // an escaped bar is literal
+        {"a\\|b", "ab", kNone},      //   and does not split
+        {"[a|b]", "x|", {1, 1}},     // a bar inside brackets is literal
+        {"[a|b]", "ab", {0, 1}},     //   and the class is one alternative
+        {"|a||b|", "xb", {1, 1}},    // empty alternatives are dropped...
+        {"|a||b|", "xyz", kNone},    //   so nothing matches the empty text
+        {"[x|y", "x|y", kNone},      // one alternative, invalid: never matches
+        {"b|[x", "[xb", {2, 1}},     // the valid alternative still matches
+        {"", "abc", kNone},          // no alternatives at all
         {"|||", "", kNone},
-        {"x\\\\|y", "y", {0, 1}},       // an escaped backslash does not escape the bar
+        {"x\\\\|y", "y", {0, 1}},  // an escaped backslash does not escape the bar
         {"x\\\\|y", "x\\", {0, 2}},
-        {"^a|b$", "ba", kNone},         // each alternative keeps its own anchors
+        {"^a|b$", "ba", kNone},  // each alternative keeps its own anchors
         {"^a|b$", "ab", {0, 1}},
         {"^a|b$", "cab", {2, 1}},
     };
@@ -66,17 +66,17 @@ TEST(vRegExp, WildcardFormAnchorsOnlyTheOuterEnds) {
     const Row rows[] = {
         {"*.txt", "notes.txt", {0, 9}},
         {"*.txt", "notes.txtx", kNone},
-        {"*.txt", "notesXtxt", kNone},   // the dot is literal
+        {"*.txt", "notesXtxt", kNone},  // the dot is literal
         {"a?c", "abc", {0, 3}},
         {"a?c", "abbc", kNone},
-        {"a*|b*", "ax", {0, 2}},  // ^a.*
+        {"a*|b*", "ax", {0, 2}},   // ^a.*
         {"a*|b*", "xab", {2, 1}},  // b.*$: not anchored at the start
         {"a*|b*", "bx", {0, 2}},
-        {"a*|b*", "xa", kNone},    // ^a.* is anchored at the start
+        {"a*|b*", "xa", kNone},                 // ^a.* is anchored at the start
         {"a+b.c$^[x]", "a+b.c$^[x]", {0, 10}},  // expression bytes are literal
         {"a+b", "aab", kNone},
-        {"a\\b", "a\\b", {0, 3}},          // one backslash is one literal backslash
-        {"a\\\\b", "a\\\\b", {0, 4}},      // two are two
+        {"a\\b", "a\\b", {0, 3}},      // one backslash is one literal backslash
+        {"a\\\\b", "a\\\\b", {0, 4}},  // two are two
         {"(x){1}", "(x){1}", {0, 6}},
     };
     for (const Row& r : rows)
@@ -177,7 +177,8 @@ TEST(vRegExp, OneAutomatonAgreesWithSearchingEachAlternative) {
             pattern += (pattern.empty() ? "" : "|") + a;
         }
         std::string text(rng() % 12, 'a');
-        for (char& c : text) c = "abc."[rng() % 4];
+        for (char& c : text)
+            c = "abc."[rng() % 4];
         vRegExp re(vString(pattern.data(), pattern.size()));
         for (size_t start = 0; start <= text.size() + 1; ++start)
             ASSERT_EQ(find(re, text, start), searchEachAlternative(alts, text, start))

@@ -23,7 +23,7 @@
 class vRegExp;
 
 class VFC_API vSeRe {
-public:
+  public:
     explicit vSeRe(const vString& text);  // read-only
     explicit vSeRe(vString& text);        // editable
     vSeRe(const vSeRe& other) = default;
@@ -42,7 +42,7 @@ public:
     // The current match (or its replacement); the null substring when there is none.
     vSubString fSubString() const;
 
-private:
+  private:
     const vString* aText;
     vString* aEditable;
     size_t aPosition = RW_NPOS;  // RW_NPOS: before the start

@@ -8,7 +8,9 @@
 
 namespace {
 
-std::string str(const RWCString& s) { return std::string(s.data(), s.length()); }
+std::string str(const RWCString& s) {
+    return std::string(s.data(), s.length());
+}
 
 std::string replaceWalk(const char* text, const char* pattern, const char* with) {
     vString s(text);
@@ -43,7 +45,8 @@ TEST(vSeRe, ReportsEachMatchAndIgnoresReplaceWhenReadOnly) {
     std::string seen;
     while (cursor.fFind(word)) {
         vSubString match = cursor.fSubString();
-        seen += std::string(match.data(), match.length()) + "@" + std::to_string(match.start()) + " ";
+        seen +=
+            std::string(match.data(), match.length()) + "@" + std::to_string(match.start()) + " ";
         cursor.fReplace("X");  // ignored: the text is const
         cursor.fAdvance();
     }

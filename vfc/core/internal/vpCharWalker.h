@@ -10,7 +10,7 @@
 #include <cwchar>
 
 class vpCharWalker {
-public:
+  public:
     vpCharWalker() : singleByte_(MB_CUR_MAX == 1) {}
 
     bool singleByte() const { return singleByte_; }
@@ -27,7 +27,7 @@ public:
         return len;
     }
 
-private:
+  private:
     bool singleByte_;
     std::mbstate_t state_{};
 };

@@ -182,45 +182,89 @@ const uint8_t* skipAhead(const Nfa& nfa, const uint8_t* p, const uint8_t* e) {
     return p;
 }
 
-// The end of the leftmost-longest match at or after start, or kNone.
-size_t scanForward(DfaCache& dfa, const uint8_t* text, size_t length, size_t start) {
-    const uint8_t* cls = dfa.compiled.byteClass;
-    bool skipping = dfa.nfa.skip != Nfa::Skip::none && dfa.skipWorthwhile(length - start);
-    const uint8_t* p = text + start;
-    const uint8_t* const e = text + length;
-    size_t end = kNone;
-    int32_t row = dfa.startRow(start == 0);
-    uint32_t fresh = skipping ? static_cast<uint32_t>(dfa.freshRow()) : kNoRow;
-    int32_t flags = dfa.flags(row);
+// One forward search: finds the end of the leftmost-longest match at or after start.
+class ForwardScan {
+  public:
+    ForwardScan(DfaCache& dfa, const uint8_t* text, size_t length, size_t start)
+        : dfa_(dfa),
+          cls_(dfa.compiled.byteClass),
+          text_(text),
+          begin_(text + start),
+          p_(text + start),
+          e_(text + length),
+          skipping_(dfa.nfa.skip != Nfa::Skip::none && dfa.skipWorthwhile()) {
+        row_ = dfa.startRow(start == 0);
+        fresh_ = skipping_ ? static_cast<uint32_t>(dfa.freshRow()) : kNoRow;
+    }
+
+    // The end of the match, or kNone.
+    size_t run();
+    bool skipping() const { return skipping_; }
+    size_t bytesRead() const { return static_cast<size_t>(p_ - begin_); }
+
+  private:
+    void skip();
+    int32_t take(int32_t entry);
+
+    DfaCache& dfa_;
+    const uint8_t* const cls_;
+    const uint8_t* const text_;
+    const uint8_t* const begin_;
+    const uint8_t* p_;
+    const uint8_t* const e_;
+    bool skipping_;
+    int32_t row_;
+    uint32_t fresh_;  // the row where skipping applies, or kNoRow
+    size_t end_ = kNone;
+};
+
+size_t ForwardScan::run() {
+    int32_t flags = dfa_.flags(row_);
     for (;;) {
         if (flags & DfaCache::kSpecial) {
-            if (flags & DfaCache::kDead) return end;
-            if (flags & DfaCache::kMatch) end = static_cast<size_t>(p - text);
+            if (flags & DfaCache::kDead) return end_;
+            if (flags & DfaCache::kMatch) end_ = static_cast<size_t>(p_ - text_);
         }
-        if (static_cast<uint32_t>(row) == fresh) {
-            const uint8_t* to = skipAhead(dfa.nfa, p, e);
-            if (!dfa.noteSkip(static_cast<size_t>(to - p), to == e)) {
-                skipping = false;
-                fresh = kNoRow;
-            }
-            p = to;
-        }
+        if (static_cast<uint32_t>(row_) == fresh_) skip();
         int32_t entry = 0;
-        p = runForward(dfa.trans.data(), cls, p, e, fresh, &row, &entry);
-        if (p == e) break;
-        if (entry >= 0) {  // back in the fresh state
-            flags = 0;
-            continue;
-        }
-        if (entry == DfaCache::kUnknown) {
-            entry = dfa.step(row, cls[*p]);
-            if (skipping) fresh = static_cast<uint32_t>(dfa.freshRow());
-        }
-        ++p;
-        row = DfaCache::decode(entry);
-        flags = dfa.flags(row);
+        p_ = runForward(dfa_.trans.data(), cls_, p_, e_, fresh_, &row_, &entry);
+        if (p_ == e_) break;
+        flags = entry >= 0 ? 0 : take(entry);  // 0: back in the fresh state
     }
-    if (dfa.flags(row) & DfaCache::kEndAccept) end = length;
+    if (dfa_.flags(row_) & DfaCache::kEndAccept) end_ = static_cast<size_t>(e_ - text_);
+    return end_;
+}
+
+// Jumps to the next byte that can begin a match; stops skipping when that does not pay.
+void ForwardScan::skip() {
+    const uint8_t* to = skipAhead(dfa_.nfa, p_, e_);
+    if (!dfa_.noteSkip(static_cast<size_t>(to - p_), to == e_)) {
+        skipping_ = false;
+        fresh_ = kNoRow;
+    }
+    p_ = to;
+}
+
+// Moves over the byte at p_, whose entry is negative (special or not built yet); returns the
+// flags of the new state.
+int32_t ForwardScan::take(int32_t entry) {
+    if (entry == DfaCache::kUnknown) {
+        entry = dfa_.step(row_, cls_[*p_]);
+        if (skipping_) fresh_ = static_cast<uint32_t>(dfa_.freshRow());  // moves on a clear
+    }
+    ++p_;
+    row_ = DfaCache::decode(entry);
+    return dfa_.flags(row_);
+}
+
+// The end of the leftmost-longest match at or after start, or kNone. Searches that did not skip
+// count towards trying skipping again.
+size_t scanForward(DfaCache& dfa, const uint8_t* text, size_t length, size_t start) {
+    ForwardScan scan(dfa, text, length, start);
+    const size_t end = scan.run();
+    if (!scan.skipping() && dfa.nfa.skip != Nfa::Skip::none) {
+        dfa.noteUnskipped(scan.bytesRead());
+    }
     return end;
 }
 
@@ -279,6 +323,23 @@ Matcher::Matcher(const Matcher& other) : compiled_(other.compiled_) {}
 
 Matcher::~Matcher() = default;
 
+// The end of the leftmost-longest match, by the forward pass.
+inline size_t Matcher::findEnd(const uint8_t* text, size_t length, size_t start) const {
+    if (!forward_) forward_ = std::make_unique<DfaCache>(*compiled_, compiled_->forward, true);
+    return scanForward(*forward_, text, length, start);
+}
+
+// The smallest start at or after start of a match ending at end, kNone if there is none (only
+// possible when the forward pass was skipped because every match ends at the text length).
+inline size_t Matcher::findStart(const uint8_t* text, size_t length, size_t start,
+                                 size_t end) const {
+    const Compiled& c = *compiled_;
+    if (c.allAnchoredStart && !c.allAnchoredEnd) return 0;
+    if (c.fixedLength >= 0 && !c.allAnchoredEnd) return end - static_cast<size_t>(c.fixedLength);
+    if (!reverse_) reverse_ = std::make_unique<DfaCache>(c, c.reverse, false);
+    return scanBackward(*reverse_, text, length, start, end);
+}
+
 size_t Matcher::search(const char* text, size_t length, size_t start, size_t* extent) const {
     if (extent != nullptr) *extent = 0;
     const Compiled& c = *compiled_;
@@ -294,37 +355,6 @@ size_t Matcher::search(const char* text, size_t length, size_t start, size_t* ex
     if (begin == kNone) return kNone;
     if (extent != nullptr) *extent = end - begin;
     return begin;
-}
-
-// The first byte in [p, e) that can begin a match, or e.
-const uint8_t* skipAhead(const Nfa& nfa, const uint8_t* p, const uint8_t* e) {
-    if (p == e) return e;
-    if (nfa.skip == Nfa::Skip::oneByte) {
-        const void* hit = std::memchr(p, nfa.skipByte, static_cast<size_t>(e - p));
-        return hit ? static_cast<const uint8_t*>(hit) : e;
-    }
-    const uint8_t* can = nfa.canStart;
-    while (e - p >= 4 && !(can[p[0]] | can[p[1]] | can[p[2]] | can[p[3]]))
-        p += 4;
-    while (p < e && !can[*p])
-        ++p;
-    return p;
-}
-
-// The end of the leftmost-longest match, by the forward pass.
-size_t Matcher::findEnd(const uint8_t* text, size_t length, size_t start) const {
-    if (!forward_) forward_ = std::make_unique<DfaCache>(*compiled_, compiled_->forward, true);
-    return scanForward(*forward_, text, length, start);
-}
-
-// The smallest start at or after start of a match ending at end, kNone if there is none (only
-// possible when the forward pass was skipped because every match ends at the text length).
-size_t Matcher::findStart(const uint8_t* text, size_t length, size_t start, size_t end) const {
-    const Compiled& c = *compiled_;
-    if (c.allAnchoredStart && !c.allAnchoredEnd) return 0;
-    if (c.fixedLength >= 0 && !c.allAnchoredEnd) return end - static_cast<size_t>(c.fixedLength);
-    if (!reverse_) reverse_ = std::make_unique<DfaCache>(c, c.reverse, false);
-    return scanBackward(*reverse_, text, length, start, end);
 }
 
 }  // namespace vfc::rx

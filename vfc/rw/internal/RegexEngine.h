@@ -25,6 +25,8 @@ struct DfaCache;   // the lazily built states of one Matcher
 // is null.
 ParseStatus parse(const char* pattern, size_t length, std::shared_ptr<const Expression>* out);
 
+// Searching builds automaton states inside the Matcher, without locking: one thread at a time
+// may use a Matcher. Copies share only immutable tables and may be used by different threads.
 class Matcher {
   public:
     // A matcher for the union of the given expressions; with none it never matches.

@@ -8,9 +8,9 @@
 #ifndef VFC_RW_INTERNAL_REGEXTABLES_H
 #define VFC_RW_INTERNAL_REGEXTABLES_H
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <algorithm>
 #include <vector>
 
 #include "vfc/rw/internal/RegexEngine.h"
@@ -130,17 +130,17 @@ struct DfaCache {
     // The row of the kFresh state, or -1 while it is not built. Only kept when nfa.skip is set.
     int32_t freshRow() const { return startRows_[0]; }
 
-    // Whether a search over this many bytes should skip in the fresh state. Skipping pays only
-    // when skips are long: short ones cost a mispredicted branch each. The verdict is learnt from
-    // the texts searched so far (noteSkip) and tried again after a while when negative.
-    bool skipWorthwhile(size_t bytes) {
+    // Whether the next search should skip in the fresh state. Skipping pays only when skips are
+    // long: short ones cost a mispredicted branch each. The verdict is learnt from the texts
+    // searched so far (noteSkip), and tried again once enough bytes went by unskipped.
+    bool skipWorthwhile() {
         if (skipScore_ >= 0) return true;
-        unskippedBytes_ += bytes;
         if (unskippedBytes_ < kReprobeBytes) return false;
         unskippedBytes_ = 0;
         skipScore_ = kProbeScore;
         return true;
     }
+    void noteUnskipped(size_t bytes) { unskippedBytes_ += bytes; }
     // Records a skip over distance bytes (to the end of the text when atEnd); false when
     // skipping stopped paying: the score sums how far each skip beat its break-even distance.
     bool noteSkip(size_t distance, bool atEnd) {

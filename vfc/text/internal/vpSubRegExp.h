@@ -8,7 +8,7 @@
 #include "vfc/rw/RWCollectable.h"
 
 class vpSubRegExp : public RWCollectable {
-public:
+  public:
     // The expression ".*".
     vpSubRegExp() : aRegexp(".*") {}
     explicit vpSubRegExp(const RWCString& pattern) : aRegexp(pattern) {}
@@ -19,7 +19,7 @@ public:
 
     const RWCRegexp& fRegexp() const { return aRegexp; }
 
-private:
+  private:
     RWCRegexp aRegexp;
 };
 

@@ -29,7 +29,7 @@ int RWCollectable::compareTo(const RWCollectable* other) const {
 
 unsigned RWCollectable::hash() const {
     // Heap objects are at least 16-byte aligned: drop the bits that never vary.
-    auto bits = reinterpret_cast<std::uintptr_t>(this) >> 4;
+    uint64_t bits = static_cast<uint64_t>(reinterpret_cast<std::uintptr_t>(this)) >> 4;
     return static_cast<unsigned>(bits ^ (bits >> 32));
 }
 

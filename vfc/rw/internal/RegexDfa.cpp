@@ -35,7 +35,7 @@ uint32_t hashKey(const int32_t* key, size_t length) {
 }  // namespace
 
 DfaCache::DfaCache(const Compiled& c, const Nfa& n, bool lm)
-    : compiled(c), nfa(n), leftmost(lm), stride(c.nclasses + 1) {
+    : compiled(c), nfa(n), leftmost(lm), stride((c.nclasses + 3) & ~1) {
     mark_.assign(nfa.sets.size(), 0);
     clear();
 }
@@ -152,7 +152,7 @@ int32_t DfaCache::intern(const std::vector<int32_t>& key) {
         size_t len = keyBegin_[id + 1] - keyBegin_[id];
         if (len == key.size() &&
             std::memcmp(keys_.data() + keyBegin_[id], key.data(), len * sizeof(int32_t)) == 0) {
-            return id * stride;
+            return rowOf(id);
         }
     }
     if (full(key.size())) clear();
@@ -166,7 +166,8 @@ int32_t DfaCache::insert(const std::vector<int32_t>& key, uint32_t hash) {
     hashes_.push_back(hash);
     trans.resize(trans.size() + static_cast<size_t>(stride), kUnknown);
     trans.back() = flagsOf(key);
-    if (trans.back() & kFresh) startRows_[0] = id * stride;  // found again after a clear
+    const int32_t row = rowOf(id);
+    if (trans.back() & kFresh) startRows_[0] = row;  // found again after a clear
     if (hashes_.size() * 2 > slots_.size()) {
         growSlots();
     } else {
@@ -176,7 +177,13 @@ int32_t DfaCache::insert(const std::vector<int32_t>& key, uint32_t hash) {
             s = (s + 1) & mask;
         slots_[s] = id;
     }
-    return id * stride;
+    return row;
+}
+
+// The row of state id: one entry into its stride when it matches, so that its index is odd.
+int32_t DfaCache::rowOf(int32_t id) const {
+    const int32_t base = id * stride;
+    return (trans[static_cast<size_t>(base + stride - 1)] & kMatch) ? base + 1 : base;
 }
 
 bool DfaCache::full(size_t keyLength) const {

@@ -136,34 +136,77 @@ long commonFixedLength(const std::vector<const Expression*>& alternatives) {
     return length;
 }
 
-// Follows ordinary transitions from *row through [p, e). Stops at e, at the byte whose entry
-// is negative (a special or unbuilt target; *entry holds it), or right after entering the row
-// fresh. The row is kept unsigned so that indexing needs no sign extension on the critical path.
+// The loops below read entries as unsigned, so that a row read from the table is already the
+// 64-bit index of its entries: nothing lies on the chain of dependent loads but the load and an
+// add. Negative entries (dead or unbuilt targets) are the ones with the top bit set.
+constexpr uint32_t kNegative = 0x80000000u;
+
+// An even row: the loops may follow it without noting a match. One test for sign and parity.
+inline bool ordinary(uint32_t entry) {
+    return (entry & (kNegative | 1)) == 0;
+}
+// An odd row: a matching state.
+inline bool matching(uint32_t entry) {
+    return (entry & (kNegative | 1)) == 1;
+}
+
+// Follows transitions from *row through [p, e). Stops at e, at the byte whose entry is negative
+// (a dead or unbuilt target; *entry holds it), or right after entering the row fresh. Entering
+// a matching (odd) row moves *matchEnd past the byte. Until the first match the loop is as
+// short as it can be; from there on a second loop notes each match with a conditional move,
+// off the chain of dependent loads. A row that matched never leads back to the fresh state
+// (every later state remembers the match), so the second loop does not look for it.
 inline const uint8_t* runForward(const int32_t* trans, const uint8_t* cls, const uint8_t* p,
-                                 const uint8_t* e, uint32_t fresh, int32_t* row, int32_t* entry) {
-    uint32_t r = static_cast<uint32_t>(*row);
-    int32_t next = 0;
-    while (p < e && (next = trans[r + cls[*p]]) >= 0) {
-        r = static_cast<uint32_t>(next);
+                                 const uint8_t* e, uint32_t fresh, int32_t* row, int32_t* entry,
+                                 const uint8_t** matchEnd) {
+    const auto* t = reinterpret_cast<const uint32_t*>(trans);
+    size_t r = static_cast<uint32_t>(*row);
+    uint32_t next = 0;
+    while (p < e && ordinary(next = t[r + cls[*p]])) {
+        r = next;
         ++p;
         if (r == fresh) break;
     }
+    // Entered at most once per call: laid out aside, so that leaving on a dead entry stays short.
+    if (__builtin_expect(matching(next), 0)) {
+        r = next;
+        const uint8_t* last = ++p;
+        while (p < e && !((next = t[r + cls[*p]]) & kNegative)) {
+            r = next;
+            ++p;
+            last = (r & 1) ? p : last;
+        }
+        *matchEnd = last;
+    }
     *row = static_cast<int32_t>(r);
-    *entry = next;
+    *entry = static_cast<int32_t>(next);
     return p;
 }
 
-// The same going backward from p down to lo, reading p[-1].
+// The same going backward from p down to lo, reading p[-1]; entering a matching row moves
+// *matchStart to the byte.
 inline const uint8_t* runBackward(const int32_t* trans, const uint8_t* cls, const uint8_t* p,
-                                  const uint8_t* lo, int32_t* row, int32_t* entry) {
-    uint32_t r = static_cast<uint32_t>(*row);
-    int32_t next = 0;
-    while (p > lo && (next = trans[r + cls[p[-1]]]) >= 0) {
-        r = static_cast<uint32_t>(next);
+                                  const uint8_t* lo, int32_t* row, int32_t* entry,
+                                  const uint8_t** matchStart) {
+    const auto* t = reinterpret_cast<const uint32_t*>(trans);
+    size_t r = static_cast<uint32_t>(*row);
+    uint32_t next = 0;
+    while (p > lo && ordinary(next = t[r + cls[p[-1]]])) {
+        r = next;
         --p;
     }
+    if (__builtin_expect(matching(next), 0)) {
+        r = next;
+        const uint8_t* first = --p;
+        while (p > lo && !((next = t[r + cls[p[-1]]]) & kNegative)) {
+            r = next;
+            --p;
+            first = (r & 1) ? p : first;
+        }
+        *matchStart = first;
+    }
     *row = static_cast<int32_t>(r);
-    *entry = next;
+    *entry = static_cast<int32_t>(next);
     return p;
 }
 
@@ -204,7 +247,8 @@ class ForwardScan {
 
   private:
     void skip();
-    int32_t take(int32_t entry);
+    bool take(int32_t entry);
+    size_t end() const { return end_ ? static_cast<size_t>(end_ - text_) : kNone; }
 
     DfaCache& dfa_;
     const uint8_t* const cls_;
@@ -214,25 +258,23 @@ class ForwardScan {
     const uint8_t* const e_;
     bool skipping_;
     int32_t row_;
-    uint32_t fresh_;  // the row where skipping applies, or kNoRow
-    size_t end_ = kNone;
+    uint32_t fresh_;                // the row where skipping applies, or kNoRow
+    const uint8_t* end_ = nullptr;  // the end of the longest match so far
 };
 
+// A dead start row needs no test of its own: it neither matches nor accepts at the end, and its
+// first step leads to kDeadEntry.
 size_t ForwardScan::run() {
-    int32_t flags = dfa_.flags(row_);
+    if (DfaCache::matches(row_)) end_ = p_;
     for (;;) {
-        if (flags & DfaCache::kSpecial) {
-            if (flags & DfaCache::kDead) return end_;
-            if (flags & DfaCache::kMatch) end_ = static_cast<size_t>(p_ - text_);
-        }
         if (static_cast<uint32_t>(row_) == fresh_) skip();
         int32_t entry = 0;
-        p_ = runForward(dfa_.trans.data(), cls_, p_, e_, fresh_, &row_, &entry);
+        p_ = runForward(dfa_.trans.data(), cls_, p_, e_, fresh_, &row_, &entry, &end_);
         if (p_ == e_) break;
-        flags = entry >= 0 ? 0 : take(entry);  // 0: back in the fresh state
+        if (entry < 0 && !take(entry)) return end();  // entry >= 0: back in the fresh state
     }
-    if (dfa_.flags(row_) & DfaCache::kEndAccept) end_ = static_cast<size_t>(e_ - text_);
-    return end_;
+    if (dfa_.flags(row_) & DfaCache::kEndAccept) end_ = e_;
+    return end();
 }
 
 // Jumps to the next byte that can begin a match; stops skipping when that does not pay.
@@ -245,16 +287,18 @@ void ForwardScan::skip() {
     p_ = to;
 }
 
-// Moves over the byte at p_, whose entry is negative (special or not built yet); returns the
-// flags of the new state.
-int32_t ForwardScan::take(int32_t entry) {
+// Moves over the byte at p_, whose entry is negative (dead or not built yet); false when the
+// new state is dead.
+bool ForwardScan::take(int32_t entry) {
     if (entry == DfaCache::kUnknown) {
         entry = dfa_.step(row_, cls_[*p_]);
         if (skipping_) fresh_ = static_cast<uint32_t>(dfa_.freshRow());  // moves on a clear
     }
     ++p_;
-    row_ = DfaCache::decode(entry);
-    return dfa_.flags(row_);
+    if (entry == DfaCache::kDeadEntry) return false;
+    row_ = entry;
+    if (DfaCache::matches(row_)) end_ = p_;
+    return true;
 }
 
 // The end of the leftmost-longest match at or after start, or kNone. Searches that did not skip
@@ -273,24 +317,20 @@ size_t scanBackward(DfaCache& dfa, const uint8_t* text, size_t length, size_t st
     const uint8_t* cls = dfa.compiled.byteClass;
     const uint8_t* p = text + end;
     const uint8_t* const lo = text + start;
-    size_t found = kNone;
-    int32_t row = dfa.startRow(end == length);
-    int32_t flags = dfa.flags(row);
+    int32_t row = dfa.startRow(end == length);  // a dead one needs no test: see ForwardScan::run
+    const uint8_t* found = DfaCache::matches(row) ? p : nullptr;
     for (;;) {
-        if (flags & DfaCache::kSpecial) {
-            if (flags & DfaCache::kDead) return found;
-            if (flags & DfaCache::kMatch) found = static_cast<size_t>(p - text);
-        }
         int32_t entry = 0;
-        p = runBackward(dfa.trans.data(), cls, p, lo, &row, &entry);
+        p = runBackward(dfa.trans.data(), cls, p, lo, &row, &entry, &found);
         if (p == lo) break;
         --p;
         if (entry == DfaCache::kUnknown) entry = dfa.step(row, cls[*p]);
-        row = DfaCache::decode(entry);
-        flags = dfa.flags(row);
+        if (entry == DfaCache::kDeadEntry) return found ? static_cast<size_t>(found - text) : kNone;
+        row = entry;
+        if (DfaCache::matches(row)) found = p;
     }
-    if (start == 0 && (dfa.flags(row) & DfaCache::kEndAccept)) found = 0;
-    return found;
+    if (start == 0 && (dfa.flags(row) & DfaCache::kEndAccept)) found = text;
+    return found ? static_cast<size_t>(found - text) : kNone;
 }
 
 }  // namespace

@@ -105,14 +105,17 @@ struct Compiled {
 
 // The deterministic states built so far for one direction of one Matcher. A state is an
 // ordered list of groups of automaton states, oldest start first (see RegexDfa.cpp). States
-// live in rows of the flat table trans: one entry per byte class, then the state's flags.
-// An entry is the target's row, kUnknown while not built, or -(row) - 2 when the target has
-// one of the kSpecial flags, so the search loop needs a single test per byte. kFresh marks the
-// state that waits for a match to begin, where the forward search may skip bytes.
+// live in the flat table trans, stride entries per state: the entries of a row are indexed by
+// byte class and the state's flags sit in the last entry of its stride. A row that matches
+// (kMatch) begins one entry into its stride, at an odd index, any other at an even index: the
+// search loops tell a match from the row they step to, without loading its flags. An entry is
+// the target's row, kUnknown while not built, or kDeadEntry when the target is dead, so the
+// search loops leave only on a negative entry. kFresh marks the state that waits for a match
+// to begin, where the forward search may skip bytes.
 struct DfaCache {
     enum : int32_t { kMatch = 1, kDead = 2, kFresh = 4, kEndAccept = 8 };
-    static constexpr int32_t kSpecial = kMatch | kDead;
     static constexpr int32_t kUnknown = -1;
+    static constexpr int32_t kDeadEntry = -2;
 
     // leftmost: keep starting new groups and prefer older ones (the forward search); otherwise
     // run one anchored group (the backward search).
@@ -150,13 +153,14 @@ struct DfaCache {
         return skipScore_ >= 0;
     }
 
-    static int32_t decode(int32_t entry) { return entry < 0 ? -entry - 2 : entry; }
-    int32_t flags(int32_t row) const { return trans[row + stride - 1]; }
+    static bool matches(int32_t row) { return (row & 1) != 0; }
+    // The flags sit at the last entry of the stride, whichever parity the row has.
+    int32_t flags(int32_t row) const { return trans[(row | 1) + stride - 2]; }
 
     const Compiled& compiled;
     const Nfa& nfa;
     const bool leftmost;
-    const int32_t stride;  // nclasses + 1
+    const int32_t stride;  // even, at least nclasses + 2: room for the odd start and the flags
     std::vector<int32_t> trans;
 
   private:
@@ -171,7 +175,8 @@ struct DfaCache {
     bool full(size_t keyLength) const;
     void clear();
     void growSlots();
-    int32_t encode(int32_t row) const { return (flags(row) & kSpecial) ? -row - 2 : row; }
+    int32_t rowOf(int32_t id) const;
+    int32_t encode(int32_t row) const { return (flags(row) & kDead) ? kDeadEntry : row; }
 
     static constexpr int kTableBreakEven = 12;
     static constexpr int kMemchrBreakEven = 6;

@@ -175,32 +175,15 @@ RWCString& RWCString::replace(size_t pos, size_t n, const char* s, size_t sn) {
     return *this;
 }
 
-namespace {
-
-int compareViews(std::string_view a, std::string_view b, RWCString::caseCompare cmp) {
+int RWCString::compareFolded(std::string_view a, std::string_view b) {
     size_t n = std::min(a.size(), b.size());
-    if (cmp == RWCString::exact) {
-        int c = n ? std::memcmp(a.data(), b.data(), n) : 0;
-        if (c != 0) return c < 0 ? -1 : 1;
-    } else {
-        for (size_t i = 0; i < n; ++i) {
-            unsigned char x = foldAscii(static_cast<unsigned char>(a[i]));
-            unsigned char y = foldAscii(static_cast<unsigned char>(b[i]));
-            if (x != y) return x < y ? -1 : 1;
-        }
+    for (size_t i = 0; i < n; ++i) {
+        unsigned char x = foldAscii(static_cast<unsigned char>(a[i]));
+        unsigned char y = foldAscii(static_cast<unsigned char>(b[i]));
+        if (x != y) return x < y ? -1 : 1;
     }
     if (a.size() == b.size()) return 0;
     return a.size() < b.size() ? -1 : 1;
-}
-
-}  // namespace
-
-int RWCString::compareTo(const char* s, caseCompare cmp) const {
-    return compareViews(view(), s ? s : "", cmp);
-}
-
-int RWCString::compareTo(const RWCString& s, caseCompare cmp) const {
-    return compareViews(view(), s.view(), cmp);
 }
 
 namespace {

@@ -106,8 +106,12 @@ class VFC_API RWCString {
 
     // Negative, zero or positive, bytes compared as unsigned; ignoreCase folds ASCII letters
     // only, so the result never depends on the C locale.
-    int compareTo(const char* s, caseCompare cmp = exact) const;
-    int compareTo(const RWCString& s, caseCompare cmp = exact) const;
+    int compareTo(const char* s, caseCompare cmp = exact) const {
+        return compareViews(view(), std::string_view(s ? s : ""), cmp);
+    }
+    int compareTo(const RWCString& s, caseCompare cmp = exact) const {
+        return compareViews(view(), s.view(), cmp);
+    }
     unsigned hash(caseCompare cmp = exact) const;
 
     // Position of the first occurrence of pat at or after start, or RW_NPOS.
@@ -145,6 +149,13 @@ class VFC_API RWCString {
     }
 
   private:
+    static int compareViews(std::string_view a, std::string_view b, caseCompare cmp) {
+        if (cmp != exact) return compareFolded(a, b);
+        int c = a.compare(b);
+        return (c > 0) - (c < 0);
+    }
+    static int compareFolded(std::string_view a, std::string_view b);
+
     struct Rep {
         std::atomic<int> refs;
         // Set once a writable reference to a byte was handed out: the buffer is then never

@@ -42,13 +42,13 @@ void RWCString::release() noexcept {
     }
 }
 
-void RWCString::reserveUnique(size_t cap, size_t keep) {
+void RWCString::reserveUnique(size_t cap) {
     Rep* r = rep();
     bool shared = r == &empty_.rep || r->refs.load(std::memory_order_acquire) != 1;
     if (!shared && cap <= r->cap) return;
-    size_t newCap = shared ? cap : std::max(cap, r->cap + r->cap / 2);
-    char* fresh = allocate(std::max<size_t>(newCap, 15));
-    keep = std::min(keep, r->len);
+    size_t newCap = std::max<size_t>(shared ? cap : std::max(cap, r->cap + r->cap / 2), 15);
+    char* fresh = allocate(newCap);
+    size_t keep = std::min(r->len, newCap);
     std::memcpy(fresh, p_, keep);
     fresh[keep] = '\0';
     reinterpret_cast<Rep*>(fresh)[-1].len = keep;
@@ -109,7 +109,7 @@ char& RWCString::operator()(size_t i) {
         outOfRange = '\0';
         return outOfRange;
     }
-    reserveUnique(length(), length());
+    reserveUnique(length());
     rep()->leaked = true;
     return p_[i];
 }
@@ -136,7 +136,7 @@ const RWCSubString RWCString::operator()(const RWCRegexp& re, size_t start) cons
 
 RWCString& RWCString::append(char c, size_t n) {
     size_t len = length();
-    reserveUnique(len + n, len);
+    reserveUnique(len + n);
     std::memset(p_ + len, static_cast<unsigned char>(c), n);
     p_[len + n] = '\0';
     rep()->len = len + n;
@@ -266,13 +266,13 @@ size_t RWCString::last(char c) const noexcept {
 }
 
 void RWCString::toLower() {
-    reserveUnique(length(), length());
+    reserveUnique(length());
     for (size_t i = 0; i < length(); ++i)
         p_[i] = static_cast<char>(std::tolower(static_cast<unsigned char>(p_[i])));
 }
 
 void RWCString::toUpper() {
-    reserveUnique(length(), length());
+    reserveUnique(length());
     for (size_t i = 0; i < length(); ++i)
         p_[i] = static_cast<char>(std::toupper(static_cast<unsigned char>(p_[i])));
 }

@@ -46,14 +46,14 @@ class VFC_API RWCString {
     size_t capacity() const noexcept { return rep()->cap; }
     // Makes room for n bytes in all, so that appends up to that length do not reallocate.
     void reserve(size_t n) {
-        if (n > length()) reserveUnique(n, length());
+        if (n > length()) reserveUnique(n);
     }
     // Gives op(char* p, size_t n) an unshared buffer of n writable bytes, which start with the
     // current text (as far as it reaches); op writes the new text and returns its length (at
     // most n), which becomes the string's length. For building a string in one pass.
     template <class Op>
     void resizeAndOverwrite(size_t n, Op op) {
-        reserveUnique(n, length());
+        reserveUnique(n);
         size_t len = op(p_, n);
         p_[len] = '\0';
         rep()->len = len;
@@ -144,7 +144,7 @@ class VFC_API RWCString {
     // The bytes, writable and no longer shared, for subclasses that rewrite them in place and do
     // not hand the pointer out.
     char* uniqueData() {
-        reserveUnique(length(), length());
+        reserveUnique(length());
         return p_;
     }
 
@@ -174,8 +174,8 @@ class VFC_API RWCString {
     Rep* rep() const noexcept { return reinterpret_cast<Rep*>(p_) - 1; }
     static char* allocate(size_t cap);
     void release() noexcept;
-    // Makes the buffer unshared with room for cap bytes, keeping the first keep bytes.
-    void reserveUnique(size_t cap, size_t keep);
+    // Makes the buffer unshared with room for cap bytes, keeping as much of the text as fits.
+    void reserveUnique(size_t cap);
 
     char* p_;  // the bytes; the Rep header stands right before them
 };

@@ -78,6 +78,32 @@ TEST(RWCString, EditingKeepsZerosAndClampsPositions) {
     EXPECT_EQ(grow.data()[grow.length()], '\0');
 }
 
+TEST(RWCString, BuildsInPlaceWithoutTouchingACopy) {
+    // Shrinking a shared string: the new buffer is smaller than the old text.
+    RWCString long_text(std::string(200, 'x'));
+    RWCString shared(long_text);
+    shared.resizeAndOverwrite(3, [](char* p, size_t n) {
+        EXPECT_EQ(std::string(p, n), "xxx");  // starts with the current text, as far as it fits
+        p[0] = 'a';
+        return size_t{1};
+    });
+    EXPECT_EQ(str(shared), "a");
+    EXPECT_EQ(str(long_text), std::string(200, 'x'));
+
+    RWCString grow("ab");
+    grow.resizeAndOverwrite(5, [](char* p, size_t n) {
+        p[2] = 'c';
+        p[3] = 'd';
+        return n - 1;
+    });
+    EXPECT_EQ(str(grow), "abcd");
+    grow.reserve(100);
+    const char* before = grow.data();
+    for (int i = 0; i < 90; ++i)
+        grow.append('e');
+    EXPECT_EQ(grow.data(), before);  // reserved room: no reallocation
+}
+
 TEST(RWCString, ComparesBytesAsUnsignedAndFoldsOnlyAscii) {
     struct Row {
         const char* a;

@@ -75,15 +75,11 @@ const vSubString vString::operator()(const vRegExp& re, size_t start) const {
 }
 
 size_t vString::index(const vRegExp& re, size_t start) const {
-    size_t extent = 0;
-    return re.index(*this, &extent, start);
+    return re.index(*this, nullptr, start);
 }
 
 size_t vString::index(const vRegExp& re, size_t* matchLength, size_t start) const {
-    size_t extent = 0;
-    size_t pos = re.index(*this, &extent, start);
-    if (matchLength) *matchLength = extent;
-    return pos;
+    return re.index(*this, matchLength, start);
 }
 
 bool vString::fLastCharIsEqual(unsigned char c) const {
@@ -121,12 +117,8 @@ unsigned char lowerByte(unsigned char c) {
 // Maps every one-byte character of the n bytes at p in place; longer characters and bytes that
 // start no character stay as they are.
 void mapCase(char* p, size_t n, unsigned char (*map)(unsigned char)) {
-    vpCharWalker walker;
-    for (size_t i = 0; i < n;) {
-        size_t len = walker.length(p + i, n - i);
-        if (len == 1) p[i] = static_cast<char>(map(static_cast<unsigned char>(p[i])));
-        i += len ? len : 1;
-    }
+    vpcForEachSingleByteChar(
+        p, n, [&](size_t i) { p[i] = static_cast<char>(map(static_cast<unsigned char>(p[i]))); });
 }
 
 }  // namespace

@@ -24,22 +24,6 @@ int hexValue(char c) {
     return -1;
 }
 
-// Calls visit(i) for the first byte i of every one-byte character of the n bytes at p.
-template <class Visit>
-void forEachSingleByteChar(const char* p, size_t n, Visit visit) {
-    vpCharWalker walker;
-    if (walker.singleByte()) {
-        for (size_t i = 0; i < n; ++i)
-            visit(i);
-        return;
-    }
-    for (size_t i = 0; i < n;) {
-        size_t len = walker.length(p + i, n - i);
-        if (len == 1) visit(i);
-        i += len ? len : 1;
-    }
-}
-
 }  // namespace
 
 vString& vStringUtils::sfURLEncode(vString& s) {
@@ -47,14 +31,14 @@ vString& vStringUtils::sfURLEncode(vString& s) {
     const char* p = s.data();
     size_t n = s.length();
     size_t escapes = 0;
-    forEachSingleByteChar(
+    vpcForEachSingleByteChar(
         p, n, [&](size_t i) { escapes += kEscapeSet.escaped[static_cast<unsigned char>(p[i])]; });
     if (escapes == 0) return s;
     vString out;
     out.resizeAndOverwrite(n + 2 * escapes, [&](char* dst, size_t size) {
         char* end = dst;
         size_t copied = 0;  // bytes of p already written
-        forEachSingleByteChar(p, n, [&](size_t i) {
+        vpcForEachSingleByteChar(p, n, [&](size_t i) {
             unsigned char c = static_cast<unsigned char>(p[i]);
             if (!kEscapeSet.escaped[c]) return;
             end = std::copy(p + copied, p + i, end);

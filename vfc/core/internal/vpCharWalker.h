@@ -32,4 +32,21 @@ class vpCharWalker {
     std::mbstate_t state_{};
 };
 
+// Calls visit(i) with the position i of every one-byte character of the n bytes at p, in order.
+// Longer characters, and bytes that start no character, are passed over.
+template <class Visit>
+void vpcForEachSingleByteChar(const char* p, size_t n, Visit visit) {
+    vpCharWalker walker;
+    if (walker.singleByte()) {
+        for (size_t i = 0; i < n; ++i)
+            visit(i);
+        return;
+    }
+    for (size_t i = 0; i < n;) {
+        size_t len = walker.length(p + i, n - i);
+        if (len == 1) visit(i);
+        i += len ? len : 1;
+    }
+}
+
 #endif  // VFC_CORE_INTERNAL_VPCHARWALKER_H

@@ -55,14 +55,19 @@ bench:
 	cmake --build $(BUILD)-bench -j $(JOBS)
 	$(BUILD)-bench/bench/string_bench
 	$(BUILD)-bench/bench/regex_bench
+	$(BUILD)-bench/bench/collections_bench
+	@if [ -x $(BUILD)-bench/bench/persist_bench ]; then $(BUILD)-bench/bench/persist_bench; \
+	else echo "persist_bench not built (Boost.Serialization missing)"; fi
 
 fuzz:
 	cmake -G Ninja -S . -B $(BUILD)-fuzz -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=RelWithDebInfo \
 	    -DVFC_SHARED=OFF -DVFC_BUILD_FUZZ=ON -DVFC_BUILD_TESTS=OFF -DVFC_BUILD_TOOLS=OFF
 	cmake --build $(BUILD)-fuzz -j $(JOBS)
-	mkdir -p $(BUILD)-fuzz/corpus/regexp
+	mkdir -p $(BUILD)-fuzz/corpus/regexp $(BUILD)-fuzz/corpus/pstream
 	$(BUILD)-fuzz/fuzz/regexp_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=512 \
 	    $(BUILD)-fuzz/corpus/regexp fuzz/corpus/regexp
+	$(BUILD)-fuzz/fuzz/pstream_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=4096 \
+	    -rss_limit_mb=1024 -malloc_limit_mb=256 $(BUILD)-fuzz/corpus/pstream fuzz/corpus/pstream
 
 install: build
 	cmake --install $(BUILD) --prefix $(PREFIX)

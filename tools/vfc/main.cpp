@@ -23,6 +23,13 @@ const std::vector<Command>& commands() {
          "FILE \"-\" reads the standard input. Exit status 0 when a line matched, 1 when none\n"
          "did or a file could not be read, 2 on bad usage.",
          runGrep},
+        {"dump", "FILE", "print the object tree of a persistent object file",
+         "Prints every object of FILE (the portable object format) as its class name and\n"
+         "identifier, followed by its values; nested objects are indented under their owner,\n"
+         "nil prints as \"nil\" and an object stored twice as \"@N\" (its ordinal within the\n"
+         "store operation). A string prints as the quoted text stored in the file. The file is\n"
+         "then read back through the library, and the exit status is 1 when that fails.",
+         runDump},
         {"urlencode", "TEXT...", "print each TEXT with URL escapes",
          "Escapes blank \" # % & ' / < > ? [ \\ ] ^ ` { | } ~ as %xx (lower-case hex).",
          runUrlEncode},

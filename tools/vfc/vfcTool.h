@@ -32,6 +32,7 @@ void printUsage(std::ostream& out, const Command& command);
 // Reports bad usage of the named command on std::cerr; returns kUsage.
 int usageError(const char* name, const std::string& message);
 
+int runDump(const Args& args);
 int runGrep(const Args& args);
 int runUrlEncode(const Args& args);
 int runUrlDecode(const Args& args);

@@ -13,3 +13,13 @@ bool vSlistIterator::fReset() {
 bool vSlistIterator::fAdvance() {
     return (*this)() != nullptr;
 }
+
+bool vSlistIterator::fLookup(const RWCollectable* key) {
+    // Nothing equals null; the walk still ends past the last element, as for a missing key.
+    if (!key) return findNextReference(nullptr) != nullptr;
+    return findNext(key) != nullptr;
+}
+
+bool vSlistIterator::fLookupReference(const RWCollectable* p) {
+    return findNextReference(p) != nullptr;
+}

@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "vfc/persist/vClassIds.h"
+#include "vfc/rw/RWFactory.h"
 
 namespace {
 
@@ -12,11 +13,7 @@ constexpr size_t kReadChunk = 2048;
 
 }  // namespace
 
-const RWClassID vSString::myAtom = vClassID::vSString;
-
-RWClassID vSString::classIsA() {
-    return myAtom;
-}
+RW_DEFINE_COLLECTABLE(vSString, vClassID::vSString)
 
 vSString::vSString() : vpGStreambuf(kBufferSize) {
     init(static_cast<vpGStreambuf*>(this));

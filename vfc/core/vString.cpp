@@ -7,13 +7,30 @@
 #include "vfc/core/internal/vpCharWalker.h"
 #include "vfc/core/vVBuffer.h"
 #include "vfc/persist/vClassIds.h"
+#include "vfc/rw/RWFactory.h"
 #include "vfc/rw/RWWString.h"
 #include "vfc/text/vRegExp.h"
 
-const RWClassID vString::myAtom = vClassID::vString;
+RW_DEFINE_COLLECTABLE(vString, vClassID::vString)
 
-RWClassID vString::classIsA() {
-    return myAtom;
+void vString::restoreGuts(RWvistream& s) {
+    RWCollectable::restoreGuts(s);
+    restoreFrom(s);
+}
+
+void vString::restoreGuts(RWFile& f) {
+    RWCollectable::restoreGuts(f);
+    restoreFrom(f);
+}
+
+void vString::saveGuts(RWvostream& s) const {
+    RWCollectable::saveGuts(s);
+    saveOn(s);
+}
+
+void vString::saveGuts(RWFile& f) const {
+    RWCollectable::saveGuts(f);
+    saveOn(f);
 }
 
 vString::vString(const char* s) : RWCString(s) {}
@@ -95,11 +112,12 @@ RWCollectable* vString::copy() const {
 }
 
 int vString::compareTo(const RWCollectable* other) const {
+    if (!other) return 1;
     return RWCString::compareTo(*static_cast<const vString*>(other));
 }
 
 bool vString::isEqual(const RWCollectable* other) const {
-    return other->isA() == isA() && RWCString::compareTo(*static_cast<const vString*>(other)) == 0;
+    return other && other->isA() == isA() && RWCString::compareTo(*static_cast<const vString*>(other)) == 0;
 }
 
 namespace {

@@ -71,6 +71,11 @@ class VFC_API vString : public RWCollectable, public RWCString {
     unsigned hash() const override { return RWCString::hash(exact); }
     unsigned hash(caseCompare cmp) const { return RWCString::hash(cmp); }
     bool isEqual(const RWCollectable* other) const override;
+    // Persisted as one string item (the byte string's own form).
+    void restoreGuts(RWvistream& s) override;
+    void restoreGuts(RWFile& f) override;
+    void saveGuts(RWvostream& s) const override;
+    void saveGuts(RWFile& f) const override;
     static RWClassID classIsA();
     static const RWClassID myAtom;
 

@@ -1,5 +1,7 @@
 // vVBuffer: a growable byte buffer kept as a list of fixed-size segments, so appending never moves
-// what is already stored. Readers walk it segment by segment.
+// what is already stored. Readers walk it segment by segment or copy ranges out with fRead. Two
+// buffers are equal when they hold the same bytes, whatever their segment sizes. Persisted as the
+// segment size, the segment count and each segment as a string item.
 #ifndef VFC_CORE_VVBUFFER_H
 #define VFC_CORE_VVBUFFER_H
 
@@ -28,6 +30,17 @@ class VFC_API vVBuffer : public RWCollectable {
     // Calls visit once per segment, in order, with the segment's bytes and length, until visit
     // returns false. True when every segment was visited.
     bool fForEachSegment(const std::function<bool(const char*, size_t)>& visit) const;
+    // Copies up to n bytes from offset on into out; returns how many were copied.
+    size_t fRead(size_t offset, char* out, size_t n) const;
+    size_t fSegmentSize() const { return aSegmentSize; }
+
+    int compareTo(const RWCollectable* other) const override;
+    unsigned hash() const override;
+    bool isEqual(const RWCollectable* other) const override;
+    void restoreGuts(RWvistream& s) override;
+    void restoreGuts(RWFile& f) override;
+    void saveGuts(RWvostream& s) const override;
+    void saveGuts(RWFile& f) const override;
 
     RWCollectable* newSpecies() const override;
     RWCollectable* copy() const override;

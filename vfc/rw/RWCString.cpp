@@ -8,6 +8,9 @@
 
 #include "vfc/rw/RWCRegexp.h"
 #include "vfc/rw/RWCSubString.h"
+#include "vfc/rw/RWFile.h"
+#include "vfc/rw/RWvistream.h"
+#include "vfc/rw/RWvostream.h"
 
 // The shared empty string: constant-initialised, so it is usable before any constructor runs, and
 // never counted or freed.
@@ -294,4 +297,20 @@ RWCString operator+(const char* a, const RWCString& b) {
 
 std::ostream& operator<<(std::ostream& out, const RWCString& s) {
     return out.write(s.data(), static_cast<std::streamsize>(s.length()));
+}
+
+void RWCString::saveOn(RWvostream& s) const {
+    s.putString(data(), length());
+}
+
+void RWCString::saveOn(RWFile& f) const {
+    f.WriteString(data(), length());
+}
+
+void RWCString::restoreFrom(RWvistream& s) {
+    s.getString(*this);
+}
+
+void RWCString::restoreFrom(RWFile& f) {
+    f.ReadString(*this);
 }

@@ -16,6 +16,9 @@
 
 class RWCRegexp;
 class RWCSubString;
+class RWFile;
+class RWvistream;
+class RWvostream;
 
 // The position that means "no position": a failed search, a null substring.
 constexpr size_t RW_NPOS = static_cast<size_t>(-1);
@@ -113,6 +116,13 @@ class VFC_API RWCString {
         return compareViews(view(), s.view(), cmp);
     }
     unsigned hash(caseCompare cmp = exact) const;
+
+    // The string as one string item of a persistent stream; restoreFrom leaves the string
+    // unchanged when the item is malformed (the stream then reports the failure).
+    void saveOn(RWvostream& s) const;
+    void saveOn(RWFile& f) const;
+    void restoreFrom(RWvistream& s);
+    void restoreFrom(RWFile& f);
 
     // Position of the first occurrence of pat at or after start, or RW_NPOS.
     size_t index(const char* pat, size_t start = 0, caseCompare cmp = exact) const {

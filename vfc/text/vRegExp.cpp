@@ -5,14 +5,11 @@
 #include "vfc/collections/vSlistIterator.h"
 #include "vfc/core/vString.h"
 #include "vfc/persist/vClassIds.h"
+#include "vfc/rw/RWFactory.h"
 #include "vfc/rw/internal/RegexEngine.h"
 #include "vfc/text/internal/vpSubRegExp.h"
 
-const RWClassID vRegExp::myAtom = vClassID::vRegExp;
-
-RWClassID vRegExp::classIsA() {
-    return myAtom;
-}
+RW_DEFINE_COLLECTABLE(vRegExp, vClassID::vRegExp)
 
 vRegExp::vRegExp() = default;
 

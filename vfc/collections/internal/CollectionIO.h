@@ -1,0 +1,72 @@
+// The persistent form shared by the owning collections: the number of elements, then each element
+// (for hashes each key, then its value) as an object. Readers stop at the first failure and keep
+// what was read completely; a nil element is dropped, as an owning collection holds no nulls.
+#ifndef VFC_COLLECTIONS_INTERNAL_COLLECTIONIO_H
+#define VFC_COLLECTIONS_INTERNAL_COLLECTIONIO_H
+
+#include <cstddef>
+
+#include "vfc/rw/RWCollectable.h"
+#include "vfc/rw/RWFile.h"
+#include "vfc/rw/RWvistream.h"
+#include "vfc/rw/RWvostream.h"
+
+namespace vfc::collections {
+
+inline void writeCount(RWvostream& s, size_t n) {
+    s << static_cast<unsigned>(n);
+}
+inline void writeCount(RWFile& f, size_t n) {
+    f.Write(static_cast<unsigned>(n));
+}
+inline bool readCount(RWvistream& s, size_t& n) {
+    s.getCount(n);
+    return s.good();
+}
+inline bool readCount(RWFile& f, size_t& n) {
+    return f.ReadCount(n);
+}
+inline bool isGood(const RWvistream& s) {
+    return s.good();
+}
+inline bool isGood(const RWFile& f) {
+    return f.good();
+}
+
+// Reads a count and that many objects, handing each to store(p), which answers whether it kept p;
+// objects not kept are destroyed.
+template <class In, class Store>
+void restoreElements(In& in, Store store) {
+    size_t n = 0;
+    if (!readCount(in, n)) return;
+    for (size_t i = 0; i < n; ++i) {
+        RWCollectable* p = vfc::rw::restoreOwned(in);
+        if (p && !store(p)) delete p;
+        if (!isGood(in)) return;
+    }
+}
+
+// Reads a count and that many key and value objects, handing each complete pair to
+// store(key, value); pairs not kept, and pairs with a nil side, are destroyed.
+template <class In, class Store>
+void restorePairs(In& in, Store store) {
+    size_t n = 0;
+    if (!readCount(in, n)) return;
+    for (size_t i = 0; i < n; ++i) {
+        RWCollectable* key = vfc::rw::restoreOwned(in);
+        if (!isGood(in)) {
+            delete key;
+            return;
+        }
+        RWCollectable* value = vfc::rw::restoreOwned(in);
+        if (!key || !value || !store(key, value)) {
+            delete key;
+            delete value;
+        }
+        if (!isGood(in)) return;
+    }
+}
+
+}  // namespace vfc::collections
+
+#endif  // VFC_COLLECTIONS_INTERNAL_COLLECTIONIO_H

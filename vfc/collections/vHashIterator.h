@@ -1,0 +1,28 @@
+// vHashIterator: walks a vHash in its iteration order. Make one on the hash, then loop while
+// fAdvance() is true, reading the current key with apKey() and its value with apValue().
+#ifndef VFC_COLLECTIONS_VHASHITERATOR_H
+#define VFC_COLLECTIONS_VHASHITERATOR_H
+
+#include "vfc/base/export.h"
+#include "vfc/collections/vHash.h"
+#include "vfc/rw/RWHashDictionaryIterator.h"
+
+class VFC_API vHashIterator : public RWHashDictionaryIterator {
+  public:
+    explicit vHashIterator(const vHash& hash);
+    vHashIterator(const vHashIterator& other) = default;
+    vHashIterator& operator=(const vHashIterator& other) = default;
+    ~vHashIterator() override;
+
+    // Back to before the first entry; true.
+    bool fReset();
+    // To the next entry; false at the end, where the iterator then stays.
+    bool fAdvance();
+    // The current key and value (owned by the hash); null when not on an entry.
+    const RWCollectable* apKey() const { return key(); }
+    RWCollectable* apValue() const { return value(); }
+    // Moves forward to the next entry whose key isEqual to key; false (at the end) when none.
+    bool fLookup(const RWCollectable* key);
+};
+
+#endif  // VFC_COLLECTIONS_VHASHITERATOR_H

@@ -1,0 +1,27 @@
+// vSetIterator: walks a vSet in its iteration order. Make one on the set, then loop while
+// fAdvance() is true, reading the current element with apKey().
+#ifndef VFC_COLLECTIONS_VSETITERATOR_H
+#define VFC_COLLECTIONS_VSETITERATOR_H
+
+#include "vfc/base/export.h"
+#include "vfc/collections/vSet.h"
+#include "vfc/rw/RWSetIterator.h"
+
+class VFC_API vSetIterator : public RWSetIterator {
+  public:
+    explicit vSetIterator(const vSet& set);
+    vSetIterator(const vSetIterator& other) = default;
+    vSetIterator& operator=(const vSetIterator& other) = default;
+    ~vSetIterator() override;
+
+    // Back to before the first element; true.
+    bool fReset();
+    // To the next element; false at the end, where the iterator then stays.
+    bool fAdvance();
+    // The current element (owned by the set); null when not on an element.
+    const RWCollectable* apKey() const { return key(); }
+    // Moves forward to the next element isEqual to key; false (at the end) when none.
+    bool fLookup(const RWCollectable* key);
+};
+
+#endif  // VFC_COLLECTIONS_VSETITERATOR_H

@@ -1,0 +1,173 @@
+// The typed collection family: every typed list, set, table, vector and hash that the library's
+// interfaces pass around, generated from the one list below. Each member is a class of its own
+// (copy() and newSpecies() make that class, isA() answers its identifier from vClassIds.h) built
+// on the template of its kind, and has an iterator class named after it with "Iter" appended:
+//
+//   vHashvStringvString h;
+//   h.fInsert("key", "value");
+//   vHashvStringvStringIter it(h);
+//   while (it.fAdvance())
+//       use(it.aKey(), it.aValue());
+//
+// Names spell nested types in short: vH is vHash, vS vString, vI vInt and vSl vSlist, so
+// vHashvStringvHvSvS is a hash from vString to vHashvStringvString.
+//
+// VFC_TYPED_FAMILY(LIST, SET, TABLE, VECTOR, HASH) calls, once per member and in the order of the
+// class identifiers (which also puts every member after the members it holds), one of
+//   LIST(member, element)   SET(member, element)   TABLE(member, element)
+//   VECTOR(member, element) HASH(member, key, value)
+// The class identifier of a member is vClassID::member. A value type of RWCollectable takes any
+// collectable value.
+//
+// Members over vFile, vPath, vLibrary, vPathComponentList and the file-reference components
+// (vSlistvFile, vSetvFile, vVectorvFile, vSlistvVectorvFile, vSlistvPath, vSlistvLibrary,
+// vpSlistvpFRefCs, vHashvIntvFile, vHashvStringvFile, vHashvStringvHvSvFile, vHashvFilevString,
+// vHashvFilevInt, vHashvFilevSetvInt, vHashvFilevSlvString, vHashvStringvSlvPath,
+// vHashvStringvPathComponentList) join the list when those element classes are added.
+#ifndef VFC_COLLECTIONS_VTYPEDFAMILY_H
+#define VFC_COLLECTIONS_VTYPEDFAMILY_H
+
+#include "vfc/base/export.h"
+#include "vfc/collections/vTypedHash.h"
+#include "vfc/collections/vTypedList.h"
+#include "vfc/collections/vTypedSet.h"
+#include "vfc/collections/vTypedTable.h"
+#include "vfc/collections/vTypedVector.h"
+#include "vfc/core/vFloat.h"
+#include "vfc/core/vInt.h"
+#include "vfc/core/vIntString.h"
+#include "vfc/core/vPair.h"
+#include "vfc/core/vString.h"
+#include "vfc/core/vVoid.h"
+#include "vfc/persist/vClassIds.h"
+#include "vfc/rw/RWCollectable.h"
+#include "vfc/text/vRegExp.h"
+
+// clang-format off
+#define VFC_TYPED_FAMILY(LIST, SET, TABLE, VECTOR, HASH)                 \
+    LIST  (vSlistvString,             vString)                           \
+    HASH  (vHashvIntvInt,             vInt,    vInt)                     \
+    HASH  (vHashvIntRWCollectable,    vInt,    RWCollectable)            \
+    TABLE (vTablevString,             vString)                           \
+    SET   (vSetvString,               vString)                           \
+    VECTOR(vVectorvString,            vString)                           \
+    HASH  (vHashvStringvString,       vString, vString)                  \
+    HASH  (vHashvStringvInt,          vString, vInt)                     \
+    HASH  (vHashvStringvHvIvI,        vString, vHashvIntvInt)            \
+    LIST  (vSlistvInt,                vInt)                              \
+    HASH  (vHashvIntvString,          vInt,    vString)                  \
+    HASH  (vHashvStringvSlvString,    vString, vSlistvString)            \
+    HASH  (vHashvStringvSetvString,   vString, vSetvString)              \
+    HASH  (vHashvStringvHvSvS,        vString, vHashvStringvString)      \
+    HASH  (vHashvStringvHvSvSlvS,     vString, vHashvStringvSlvString)   \
+    HASH  (vHashvStringRWCollectable, vString, RWCollectable)            \
+    HASH  (vHashvStringvRegExp,       vString, vRegExp)                  \
+    VECTOR(vVectorvPair,              vPair)                             \
+    HASH  (vHashvIntvVectorvPair,     vInt,    vVectorvPair)             \
+    VECTOR(vVectorvInt,               vInt)                              \
+    SET   (vSetvInt,                  vInt)                              \
+    HASH  (vHashvIntvHvSvS,           vInt,    vHashvStringvString)      \
+    HASH  (vHashvIntvFloat,           vInt,    vFloat)                   \
+    LIST  (vSlistvFloat,              vFloat)                            \
+    HASH  (vHashvIntvSetvString,      vInt,    vSetvString)              \
+    HASH  (vHashvIntvSetvInt,         vInt,    vSetvInt)                 \
+    HASH  (vHashvIntvHvSvI,           vInt,    vHashvStringvInt)         \
+    LIST  (vSlistvHvSvS,              vHashvStringvString)               \
+    HASH  (vHashvStringvSetvInt,      vString, vSetvInt)                 \
+    LIST  (vSlistvSetvInt,            vSetvInt)                          \
+    HASH  (vHashvSvSlvHvSvS,          vString, vSlistvHvSvS)             \
+    HASH  (vHashvSvHvSvSlvHvSvS,      vString, vHashvSvSlvHvSvS)         \
+    LIST  (vSlistvSlvS,               vSlistvString)                     \
+    HASH  (vHashvIvHvIvString,        vInt,    vHashvIntvString)         \
+    LIST  (vSlistvIntString,          vIntString)                        \
+    HASH  (vHashvIntvSlistvString,    vInt,    vSlistvString)            \
+    HASH  (vHashvIntvSlistvInt,       vInt,    vSlistvInt)               \
+    LIST  (vSlistvVoid,               vVoid)
+// clang-format on
+
+// ---- generation ----------------------------------------------------------------------------
+// Every member is declared first, so that the templates can be named with any member as an
+// argument. Then, member by member: the explicit instantiation declarations of its templates
+// (they are compiled once, in vTypedFamily.cpp, and exported from there; they come before the
+// member's class so that the export applies to the first instantiation), the member's class and
+// its iterator class.
+
+#define VFC_TYPED_FORWARD_1(name, element) class name;
+#define VFC_TYPED_FORWARD_2(name, key, value) class name;
+
+#define VFC_TYPED_MEMBER_BODY(name)                        \
+  public:                                                  \
+    name() = default;                                      \
+    name(const name& other) = default;                     \
+    name& operator=(const name& other) = default;          \
+    ~name() override;                                      \
+    RWClassID isA() const override { return classIsA(); }  \
+    static RWClassID classIsA();                           \
+    static const RWClassID myAtom;
+
+#define VFC_TYPED_ITER_CLASS(name, base)                                                    \
+    class VFC_API name##Iter final : public base {                                          \
+      public:                                                                               \
+        explicit name##Iter(const name& collection) : base(collection) {}                   \
+    };
+
+#define VFC_TYPED_COMMA ,
+
+#define VFC_TYPED_LIST(name, element)                                                       \
+    extern template class VFC_API vTypedList<name, element, vClassID::name>;                \
+    extern template class VFC_API vTypedListIterator<name, element>;                        \
+    class VFC_API name final : public vTypedList<name, element, vClassID::name> {           \
+        VFC_TYPED_MEMBER_BODY(name)                                                         \
+    };                                                                                      \
+    VFC_TYPED_ITER_CLASS(name, vTypedListIterator<name VFC_TYPED_COMMA element>)
+
+#define VFC_TYPED_HASHED(name, element, coll)                                               \
+    extern template class VFC_API                                                           \
+        vpTypedHashed<name, element, vClassID::name, coll, coll##Iterator>;                 \
+    extern template class VFC_API vpTypedHashedIterator<name, element, coll##Iterator>;     \
+    class VFC_API name final                                                                \
+        : public vpTypedHashed<name, element, vClassID::name, coll, coll##Iterator> {       \
+        VFC_TYPED_MEMBER_BODY(name)                                                         \
+    };                                                                                      \
+    VFC_TYPED_ITER_CLASS(name,                                                              \
+                         vpTypedHashedIterator<name VFC_TYPED_COMMA element VFC_TYPED_COMMA \
+                                                   coll##Iterator>)
+
+#define VFC_TYPED_SET(name, element) VFC_TYPED_HASHED(name, element, vSet)
+#define VFC_TYPED_TABLE(name, element) VFC_TYPED_HASHED(name, element, vTable)
+
+#define VFC_TYPED_VECTOR(name, element)                                                     \
+    extern template class VFC_API vTypedVector<name, element, vClassID::name>;              \
+    extern template class VFC_API vTypedVectorIterator<name, element>;                      \
+    class VFC_API name final : public vTypedVector<name, element, vClassID::name> {         \
+        VFC_TYPED_MEMBER_BODY(name)                                                         \
+    };                                                                                      \
+    VFC_TYPED_ITER_CLASS(name, vTypedVectorIterator<name VFC_TYPED_COMMA element>)
+
+#define VFC_TYPED_HASH(name, key, value)                                                    \
+    extern template class VFC_API vTypedHash<name, key, value, vClassID::name>;             \
+    extern template class VFC_API vTypedHashIterator<name, key, value>;                     \
+    class VFC_API name final : public vTypedHash<name, key, value, vClassID::name> {        \
+        VFC_TYPED_MEMBER_BODY(name)                                                         \
+    };                                                                                      \
+    VFC_TYPED_ITER_CLASS(name,                                                              \
+                         vTypedHashIterator<name VFC_TYPED_COMMA key VFC_TYPED_COMMA value>)
+
+VFC_TYPED_FAMILY(VFC_TYPED_FORWARD_1, VFC_TYPED_FORWARD_1, VFC_TYPED_FORWARD_1,
+                 VFC_TYPED_FORWARD_1, VFC_TYPED_FORWARD_2)
+VFC_TYPED_FAMILY(VFC_TYPED_LIST, VFC_TYPED_SET, VFC_TYPED_TABLE, VFC_TYPED_VECTOR,
+                 VFC_TYPED_HASH)
+
+#undef VFC_TYPED_FORWARD_1
+#undef VFC_TYPED_FORWARD_2
+#undef VFC_TYPED_MEMBER_BODY
+#undef VFC_TYPED_ITER_CLASS
+#undef VFC_TYPED_COMMA
+#undef VFC_TYPED_HASHED
+#undef VFC_TYPED_LIST
+#undef VFC_TYPED_SET
+#undef VFC_TYPED_TABLE
+#undef VFC_TYPED_VECTOR
+#undef VFC_TYPED_HASH
+
+#endif  // VFC_COLLECTIONS_VTYPEDFAMILY_H

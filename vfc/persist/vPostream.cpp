@@ -1,0 +1,16 @@
+#include "vfc/persist/vPostream.h"
+
+#include "vfc/core/vInt.h"
+#include "vfc/core/vString.h"
+
+vPostream::~vPostream() = default;
+
+vPostream& operator<<(vPostream& out, const vString& x) {
+    x.recursiveSaveOn(out);
+    return out;
+}
+
+vPostream& operator<<(vPostream& out, const vInt& x) {
+    x.recursiveSaveOn(out);
+    return out;
+}

@@ -1,0 +1,3 @@
+#include "vfc/rw/RWSetIterator.h"
+
+RWSetIterator::~RWSetIterator() = default;

@@ -1,0 +1,289 @@
+#include "vfc/rw/RWpistream.h"
+
+#include <charconv>
+#include <istream>
+#include <limits>
+
+#include "vfc/rw/RWCString.h"
+
+namespace {
+
+bool isSpace(int c) {
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f' || c == '\v';
+}
+
+bool isOctal(int c) {
+    return c >= '0' && c <= '7';
+}
+
+// Longest token we accept for a number: digits of a 64-bit value, a sign, a floating form.
+constexpr int kMaxNumberChars = 64;
+
+}  // namespace
+
+RWpistream::RWpistream(std::streambuf* sb) : sb_(sb) {
+    if (!sb_) setstate(failbit | badbit);
+}
+
+RWpistream::RWpistream(std::istream& is) : RWpistream(is.rdbuf()) {}
+
+RWpistream::~RWpistream() = default;
+
+int RWpistream::nextToken() {
+    if (!good()) return -1;
+    int c = sb_->sbumpc();
+    while (c != std::char_traits<char>::eof() && isSpace(c)) c = sb_->sbumpc();
+    if (c == std::char_traits<char>::eof()) {
+        setstate(eofbit | failbit);
+        return -1;
+    }
+    return c;
+}
+
+bool RWpistream::readInteger(long long lo, unsigned long long hi, bool& negative,
+                             unsigned long long& magnitude) {
+    int c = nextToken();
+    if (c < 0) return false;
+    negative = c == '-';
+    if (negative) c = sb_->sbumpc();
+    if (c < '0' || c > '9') {
+        setstate(failbit);
+        return false;
+    }
+    unsigned long long value = 0;
+    bool overflow = false;
+    int digits = 0;
+    for (;;) {
+        unsigned d = static_cast<unsigned>(c - '0');
+        if (value > (std::numeric_limits<unsigned long long>::max() - d) / 10) overflow = true;
+        value = value * 10 + d;
+        if (++digits > kMaxNumberChars) overflow = true;
+        c = sb_->sgetc();
+        if (c < '0' || c > '9' || overflow) break;
+        sb_->sbumpc();
+    }
+    if (overflow || (negative ? value > static_cast<unsigned long long>(-(lo + 1)) + 1
+                              : value > hi)) {
+        setstate(failbit);
+        return false;
+    }
+    magnitude = value;
+    return true;
+}
+
+template <class T>
+RWvistream& RWpistream::readSigned(T& v) {
+    bool negative = false;
+    unsigned long long magnitude = 0;
+    if (readInteger(std::numeric_limits<T>::min(), std::numeric_limits<T>::max(), negative,
+                    magnitude)) {
+        // Two's complement negation in unsigned arithmetic, so the minimum value is exact.
+        unsigned long long bits = negative ? 0ULL - magnitude : magnitude;
+        v = static_cast<T>(static_cast<long long>(bits));
+    }
+    return *this;
+}
+
+template <class T>
+RWvistream& RWpistream::readUnsigned(T& v) {
+    bool negative = false;
+    unsigned long long magnitude = 0;
+    if (readInteger(0, std::numeric_limits<T>::max(), negative, magnitude)) {
+        if (negative && magnitude != 0) {
+            setstate(failbit);
+        } else {
+            v = static_cast<T>(magnitude);
+        }
+    }
+    return *this;
+}
+
+template <class T>
+RWvistream& RWpistream::readFloating(T& v) {
+    int c = nextToken();
+    if (c < 0) return *this;
+    char buf[kMaxNumberChars + 1];
+    int n = 0;
+    buf[n++] = static_cast<char>(c);
+    for (;;) {
+        c = sb_->sgetc();
+        if (c == std::char_traits<char>::eof() || isSpace(c)) break;
+        if (n == kMaxNumberChars) {
+            setstate(failbit);
+            return *this;
+        }
+        buf[n++] = static_cast<char>(sb_->sbumpc());
+    }
+    std::string_view text(buf, static_cast<size_t>(n));
+    if (text == "inf") {
+        v = std::numeric_limits<T>::infinity();
+    } else if (text == "-inf") {
+        v = -std::numeric_limits<T>::infinity();
+    } else if (text == "nan") {
+        v = std::numeric_limits<T>::quiet_NaN();
+    } else {
+        T parsed{};
+        auto r = std::from_chars(buf, buf + n, parsed);
+        if (r.ec != std::errc() || r.ptr != buf + n) {
+            setstate(failbit);
+            return *this;
+        }
+        v = parsed;
+    }
+    return *this;
+}
+
+RWvistream& RWpistream::operator>>(char& c) {
+    int t = nextToken();
+    if (t < 0) return *this;
+    if (t != '\\') {
+        if (t < 0x21 || t > 0x7E) {
+            setstate(failbit);
+            return *this;
+        }
+        c = static_cast<char>(t);
+        return *this;
+    }
+    int d[3];
+    for (int& x : d) {
+        x = sb_->sbumpc();
+        if (!isOctal(x) || (&x == &d[0] && x > '3')) {
+            setstate(failbit);
+            return *this;
+        }
+    }
+    c = static_cast<char>(((d[0] - '0') << 6) | ((d[1] - '0') << 3) | (d[2] - '0'));
+    return *this;
+}
+
+RWvistream& RWpistream::operator>>(bool& v) {
+    unsigned value = 0;
+    bool negative = false;
+    unsigned long long magnitude = 0;
+    if (readInteger(0, 1, negative, magnitude) && !negative) {
+        value = static_cast<unsigned>(magnitude);
+        v = value != 0;
+    } else if (good()) {
+        setstate(failbit);
+    }
+    return *this;
+}
+
+RWvistream& RWpistream::operator>>(short& v) {
+    return readSigned(v);
+}
+RWvistream& RWpistream::operator>>(unsigned short& v) {
+    return readUnsigned(v);
+}
+RWvistream& RWpistream::operator>>(int& v) {
+    return readSigned(v);
+}
+RWvistream& RWpistream::operator>>(unsigned& v) {
+    return readUnsigned(v);
+}
+RWvistream& RWpistream::operator>>(long& v) {
+    return readSigned(v);
+}
+RWvistream& RWpistream::operator>>(unsigned long& v) {
+    return readUnsigned(v);
+}
+RWvistream& RWpistream::operator>>(long long& v) {
+    return readSigned(v);
+}
+RWvistream& RWpistream::operator>>(unsigned long long& v) {
+    return readUnsigned(v);
+}
+RWvistream& RWpistream::operator>>(float& v) {
+    return readFloating(v);
+}
+RWvistream& RWpistream::operator>>(double& v) {
+    return readFloating(v);
+}
+
+RWvistream& RWpistream::get(char& c) {
+    // put() writes the byte's value 0..255; a signed value of the char type reads too.
+    bool negative = false;
+    unsigned long long magnitude = 0;
+    if (readInteger(-128, 255, negative, magnitude))
+        c = static_cast<char>(negative ? 0ULL - magnitude : magnitude);
+    return *this;
+}
+
+RWvistream& RWpistream::getCount(size_t& n) {
+    bool negative = false;
+    unsigned long long magnitude = 0;
+    if (!readInteger(0, kMaxCount, negative, magnitude) || (negative && magnitude != 0)) {
+        setstate(failbit | badbit);
+        return *this;
+    }
+    n = static_cast<size_t>(magnitude);
+    return *this;
+}
+
+RWvistream& RWpistream::getString(RWCString& s) {
+    size_t length = 0;
+    getCount(length);
+    if (!good()) return *this;
+    if (nextToken() != '"') {
+        setstate(failbit | badbit);
+        return *this;
+    }
+    // The length is not trusted for allocation: the text grows as bytes actually arrive.
+    RWCString text;
+    text.reserve(length < 4096 ? length : 4096);
+    char chunk[256];
+    size_t used = 0;
+    for (size_t i = 0; i < length; ++i) {
+        int c = sb_->sbumpc();
+        if (c == '\\') {
+            int e = sb_->sbumpc();
+            if (e == '"' || e == '\\') {
+                c = e;
+            } else if (e >= '0' && e <= '3') {
+                int d1 = sb_->sbumpc();
+                int d2 = isOctal(d1) ? sb_->sbumpc() : -1;
+                if (!isOctal(d1) || !isOctal(d2)) {
+                    setstate(failbit | badbit);
+                    return *this;
+                }
+                c = ((e - '0') << 6) | ((d1 - '0') << 3) | (d2 - '0');
+            } else {
+                setstate(failbit | badbit);
+                return *this;
+            }
+        } else if (c < 0x20 || c > 0x7E || c == '"') {
+            // Unescaped control bytes, a quote before the length is reached or the end of data.
+            setstate(c == std::char_traits<char>::eof() ? (eofbit | failbit | badbit)
+                                                         : (failbit | badbit));
+            return *this;
+        }
+        chunk[used++] = static_cast<char>(c);
+        if (used == sizeof chunk) {
+            text.append(chunk, used);
+            used = 0;
+        }
+    }
+    text.append(chunk, used);
+    if (sb_->sbumpc() != '"') {
+        setstate(failbit | badbit);
+        return *this;
+    }
+    s = std::move(text);
+    return *this;
+}
+
+bool RWpistream::readMarker(char closing) {
+    if (nextToken() != '\\' || sb_->sbumpc() != closing) {
+        setstate(failbit | badbit);
+        return false;
+    }
+    return true;
+}
+
+bool RWpistream::getObjectStart() {
+    return readMarker('[');
+}
+
+bool RWpistream::getObjectEnd() {
+    return readMarker(']');
+}

@@ -1,0 +1,23 @@
+#include "vfc/rw/RWvios.h"
+
+#include "vfc/rw/RWvistream.h"
+#include "vfc/rw/RWvostream.h"
+#include "vfc/rw/internal/StoreTable.h"
+
+RWvios::~RWvios() = default;
+
+RWvostream::RWvostream() = default;
+RWvostream::~RWvostream() = default;
+
+vfc::rw::SaveTable& RWvostream::saveTable() {
+    if (!table_) table_ = std::make_unique<vfc::rw::SaveTable>();
+    return *table_;
+}
+
+RWvistream::RWvistream() = default;
+RWvistream::~RWvistream() = default;
+
+vfc::rw::RestoreTable& RWvistream::restoreTable() {
+    if (!table_) table_ = std::make_unique<vfc::rw::RestoreTable>();
+    return *table_;
+}

@@ -1,0 +1,60 @@
+// RWvistream: the abstract input stream of the persistent object format. Reads never trust the
+// data: a malformed or out-of-range item sets fail and leaves the target unchanged, and once the
+// stream has failed every further read does nothing.
+#ifndef VFC_RW_RWVISTREAM_H
+#define VFC_RW_RWVISTREAM_H
+
+#include <cstddef>
+#include <memory>
+
+#include "vfc/base/export.h"
+#include "vfc/rw/RWvios.h"
+
+class RWCString;
+
+namespace vfc::rw {
+struct RestoreTable;
+}
+
+class VFC_API RWvistream : public virtual RWvios {
+  public:
+    // Counts and lengths above this are taken for corruption.
+    static constexpr size_t kMaxCount = size_t{1} << 30;
+    // Objects nested deeper than this are taken for corruption.
+    static constexpr int kMaxDepth = 256;
+
+    RWvistream();
+    RWvistream(const RWvistream&) = delete;
+    RWvistream& operator=(const RWvistream&) = delete;
+    ~RWvistream() override;
+
+    virtual RWvistream& operator>>(char& c) = 0;  // a symbol
+    virtual RWvistream& operator>>(bool& v) = 0;
+    virtual RWvistream& operator>>(short& v) = 0;
+    virtual RWvistream& operator>>(unsigned short& v) = 0;
+    virtual RWvistream& operator>>(int& v) = 0;
+    virtual RWvistream& operator>>(unsigned& v) = 0;
+    virtual RWvistream& operator>>(long& v) = 0;
+    virtual RWvistream& operator>>(unsigned long& v) = 0;
+    virtual RWvistream& operator>>(long long& v) = 0;
+    virtual RWvistream& operator>>(unsigned long long& v) = 0;
+    virtual RWvistream& operator>>(float& v) = 0;
+    virtual RWvistream& operator>>(double& v) = 0;
+    // A character written with put().
+    virtual RWvistream& get(char& c) = 0;
+    // One string item into s; s is unchanged when the item is malformed.
+    virtual RWvistream& getString(RWCString& s) = 0;
+    // A collection count: like an unsigned read, but above kMaxCount it fails with bad.
+    virtual RWvistream& getCount(size_t& n) = 0;
+    // Expect the markers around an object's saved state; fail with bad when they are missing.
+    virtual bool getObjectStart() = 0;
+    virtual bool getObjectEnd() = 0;
+
+    // The ordinal table of the restore operation under way (for RWCollectable's object reader).
+    vfc::rw::RestoreTable& restoreTable();
+
+  private:
+    std::unique_ptr<vfc::rw::RestoreTable> table_;
+};
+
+#endif  // VFC_RW_RWVISTREAM_H

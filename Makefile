@@ -34,6 +34,8 @@ demo: build
 	$(BUILD)/tools/vfc/vfc grep '^[a-z]+://|[ "][a-z]+://' samples/paths.txt samples/notes.txt
 	@echo '--- vfc grep: HTML file names, as a wildcard list'
 	$(BUILD)/tools/vfc/vfc grep -list '*.htm;*.html' samples/files.txt
+	@echo '--- vfc dump: the persistent object file samples/catalog.vor'
+	$(BUILD)/tools/vfc/vfc dump samples/catalog.vor
 	@echo '--- vfc urlencode / urldecode'
 	$(BUILD)/tools/vfc/vfc urlencode 'Release Notes/2026 #3.html' '~user/a b?x=1&y=2'
 	$(BUILD)/tools/vfc/vfc urldecode 'Release%20Notes%2f2026%20%233.html' 'keep%00%zz'

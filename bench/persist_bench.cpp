@@ -38,8 +38,8 @@ const size_t kHashEntries = 100000;
 const char* const kParts[] = {"index", "Chapter", "release", "notes", "draft", "Figure",
                               "page",  "table",   "output",  "x",     "42",    "2026",
                               "a_b",   "v1.2",    "README",  "MIF",   "fm",    "html"};
-const char* const kSeparators[] = {" ", " ", "-", "/", ".", "_", "\"", "\t", "\\",
-                                   "\xc3\xa9", "\xe9", " \"", "\xe2\x80\x93"};
+const char* const kSeparators[] = {" ",  " ",  "-",        "/",    ".",   "_",           "\"",
+                                   "\t", "\\", "\xc3\xa9", "\xe9", " \"", "\xe2\x80\x93"};
 
 // 20 to 40 bytes of words and separators. About one string in three holds a quote, a backslash,
 // a tab or a non-ASCII byte.
@@ -339,11 +339,12 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "writing the source data through vPostream failed\n");
         return 1;
     }
-    std::printf("stream bytes per item (vfc / boost): strings %.1f / %.1f, ints %.1f / %.1f, "
-                "hash entries %.1f / %.1f\n",
-                double(e.vfcStrings.size()) / kStrings, double(e.boostStrings.size()) / kStrings,
-                double(e.vfcInts.size()) / kInts, double(e.boostInts.size()) / kInts,
-                double(e.vfcHash.size()) / kHashEntries, double(e.boostMap.size()) / kHashEntries);
+    std::printf(
+        "stream bytes per item (vfc / boost): strings %.1f / %.1f, ints %.1f / %.1f, "
+        "hash entries %.1f / %.1f\n",
+        double(e.vfcStrings.size()) / kStrings, double(e.boostStrings.size()) / kStrings,
+        double(e.vfcInts.size()) / kInts, double(e.boostInts.size()) / kInts,
+        double(e.vfcHash.size()) / kHashEntries, double(e.boostMap.size()) / kHashEntries);
     registerAll();
     benchmark::Initialize(&argc, argv);
     PersistReporter reporter;

@@ -24,7 +24,7 @@ const RWClassID kLinked[] = {
     vSet::classIsA(),     vTable::classIsA(),  vVector::classIsA(),   vVBuffer::classIsA(),
     vRegExp::classIsA(),  vPstream::classIsA(), vSString::classIsA(),
 #define VFC_FUZZ_LINK(name, ...) name::classIsA(),
-    VFC_TYPED_FAMILY(VFC_FUZZ_LINK)
+    VFC_TYPED_FAMILY(VFC_FUZZ_LINK, VFC_FUZZ_LINK, VFC_FUZZ_LINK, VFC_FUZZ_LINK, VFC_FUZZ_LINK)
 #undef VFC_FUZZ_LINK
 };
 

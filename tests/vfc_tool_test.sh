@@ -52,8 +52,31 @@ expect "urldecode" 0 "a b/%00
 %zz" -- "$vfc" urldecode 'a%20b%2F%00' '%zz'
 expect "urlencode without text" 2 "" -- "$vfc" urlencode
 
+tmp=$(mktemp -d)
+trap 'rm -rf "$tmp"' EXIT
+printf ':\n263\n\\[\n2\n"a\\""\n\\]\nN\n:\n515\n\\[\n2\n:\n259\n\\[\n7\n\\]\n:\n263\n\\[\n0\n""\n\\]\n\\]\n' >"$tmp/small.vor"
+expect "dump" 0 'vString (263) "a\""
+nil
+vSlist (515)
+  2
+  vInt (259) 7
+  vString (263) ""' -- "$vfc" dump "$tmp/small.vor"
+printf ':\n263\n\\[\n2\n"ab"\n' >"$tmp/cut.vor"
+expect "dump of a cut file" 1 "" -- "$vfc" dump "$tmp/cut.vor"
+printf ':\n9999\n\\[\n\\]\n' >"$tmp/unknown.vor"
+expect "dump of an unknown class" 1 "unknown class (9999)" -- "$vfc" dump "$tmp/unknown.vor"
+expect "dump without file" 2 "" -- "$vfc" dump
+expect "dump of a missing file" 1 "" -- "$vfc" dump "$tmp/none.vor"
+catalog=$("$vfc" dump catalog.vor)
+for line in 'vString (263) "vorlandix-catalog"' 'vHashvStringvString (550)' \
+            '  vString (263) "Ann \"Ed\" Writer"' '    vString (263) "reference.mif"' \
+            'vPair (513)' '  vSlist (515)' 'vFloat (274) 1.25' 'vInt (259) -42'; do
+    grep -qxF "$line" <<<"$catalog" ||
+        { echo "FAIL dump of catalog.vor lacks: $line"; failures=$((failures + 1)); }
+done
+
 help=$("$vfc" -help)
-for sub in grep urlencode urldecode; do
+for sub in dump grep urlencode urldecode; do
     grep -q "^  $sub " <<<"$help" || { echo "FAIL vfc -help does not list $sub"; failures=$((failures + 1)); }
     "$vfc" $sub -help | grep -q "^usage: vfc $sub " ||
         { echo "FAIL vfc $sub -help"; failures=$((failures + 1)); }

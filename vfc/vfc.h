@@ -59,6 +59,12 @@
 #include "vfc/collections/vTable.h"
 #include "vfc/collections/vTableIterator.h"
 #include "vfc/collections/vVector.h"
+#include "vfc/collections/vTypedFamily.h"
+#include "vfc/collections/vTypedHash.h"
+#include "vfc/collections/vTypedList.h"
+#include "vfc/collections/vTypedSet.h"
+#include "vfc/collections/vTypedTable.h"
+#include "vfc/collections/vTypedVector.h"
 
 #include "vfc/text/vRegExp.h"
 #include "vfc/text/vSeRe.h"

@@ -1,6 +1,7 @@
 #include "vfc/collections/vTableIterator.h"
 
-vTableIterator::vTableIterator(const vTable& table) : RWHashTableIterator(const_cast<vTable&>(table)) {}
+vTableIterator::vTableIterator(const vTable& table)
+    : RWHashTableIterator(const_cast<vTable&>(table)) {}
 
 vTableIterator::~vTableIterator() = default;
 

@@ -9,28 +9,27 @@
     name::~name() = default;          \
     RW_DEFINE_COLLECTABLE(name, vClassID::name)
 
-#define VFC_TYPED_LIST(name, element)                              \
-    template class vTypedList<name, element, vClassID::name>;      \
-    template class vTypedListIterator<name, element>;              \
+#define VFC_TYPED_LIST(name, element)                         \
+    template class vTypedList<name, element, vClassID::name>; \
+    template class vTypedListIterator<name, element>;         \
     VFC_TYPED_DEFINE_MEMBER(name)
 
-#define VFC_TYPED_HASHED(name, element, coll)                                         \
+#define VFC_TYPED_HASHED(name, element, coll)                                          \
     template class vpTypedHashed<name, element, vClassID::name, coll, coll##Iterator>; \
-    template class vpTypedHashedIterator<name, element, coll##Iterator>;              \
+    template class vpTypedHashedIterator<name, element, coll##Iterator>;               \
     VFC_TYPED_DEFINE_MEMBER(name)
 
 #define VFC_TYPED_SET(name, element) VFC_TYPED_HASHED(name, element, vSet)
 #define VFC_TYPED_TABLE(name, element) VFC_TYPED_HASHED(name, element, vTable)
 
-#define VFC_TYPED_VECTOR(name, element)                            \
-    template class vTypedVector<name, element, vClassID::name>;    \
-    template class vTypedVectorIterator<name, element>;            \
+#define VFC_TYPED_VECTOR(name, element)                         \
+    template class vTypedVector<name, element, vClassID::name>; \
+    template class vTypedVectorIterator<name, element>;         \
     VFC_TYPED_DEFINE_MEMBER(name)
 
-#define VFC_TYPED_HASH(name, key, value)                               \
-    template class vTypedHash<name, key, value, vClassID::name>;       \
-    template class vTypedHashIterator<name, key, value>;               \
+#define VFC_TYPED_HASH(name, key, value)                         \
+    template class vTypedHash<name, key, value, vClassID::name>; \
+    template class vTypedHashIterator<name, key, value>;         \
     VFC_TYPED_DEFINE_MEMBER(name)
 
-VFC_TYPED_FAMILY(VFC_TYPED_LIST, VFC_TYPED_SET, VFC_TYPED_TABLE, VFC_TYPED_VECTOR,
-                 VFC_TYPED_HASH)
+VFC_TYPED_FAMILY(VFC_TYPED_LIST, VFC_TYPED_SET, VFC_TYPED_TABLE, VFC_TYPED_VECTOR, VFC_TYPED_HASH)

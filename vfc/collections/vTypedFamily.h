@@ -95,68 +95,67 @@
 #define VFC_TYPED_FORWARD_1(name, element) class name;
 #define VFC_TYPED_FORWARD_2(name, key, value) class name;
 
-#define VFC_TYPED_MEMBER_BODY(name)                        \
-  public:                                                  \
-    name() = default;                                      \
-    name(const name& other) = default;                     \
-    name& operator=(const name& other) = default;          \
-    ~name() override;                                      \
-    RWClassID isA() const override { return classIsA(); }  \
-    static RWClassID classIsA();                           \
+#define VFC_TYPED_MEMBER_BODY(name)               \
+  public:                                         \
+    name() = default;                             \
+    name(const name& other) = default;            \
+    name& operator=(const name& other) = default; \
+    ~name() override;                             \
+    RWClassID isA() const override {              \
+        return classIsA();                        \
+    }                                             \
+    static RWClassID classIsA();                  \
     static const RWClassID myAtom;
 
-#define VFC_TYPED_ITER_CLASS(name, base)                                                    \
-    class VFC_API name##Iter final : public base {                                          \
-      public:                                                                               \
-        explicit name##Iter(const name& collection) : base(collection) {}                   \
+#define VFC_TYPED_ITER_CLASS(name, base)                                  \
+    class VFC_API name##Iter final : public base {                        \
+      public:                                                             \
+        explicit name##Iter(const name& collection) : base(collection) {} \
     };
 
 #define VFC_TYPED_COMMA ,
 
-#define VFC_TYPED_LIST(name, element)                                                       \
-    extern template class VFC_API vTypedList<name, element, vClassID::name>;                \
-    extern template class VFC_API vTypedListIterator<name, element>;                        \
-    class VFC_API name final : public vTypedList<name, element, vClassID::name> {           \
-        VFC_TYPED_MEMBER_BODY(name)                                                         \
-    };                                                                                      \
+#define VFC_TYPED_LIST(name, element)                                             \
+    extern template class VFC_API vTypedList<name, element, vClassID::name>;      \
+    extern template class VFC_API vTypedListIterator<name, element>;              \
+    class VFC_API name final : public vTypedList<name, element, vClassID::name> { \
+        VFC_TYPED_MEMBER_BODY(name)                                               \
+    };                                                                            \
     VFC_TYPED_ITER_CLASS(name, vTypedListIterator<name VFC_TYPED_COMMA element>)
 
-#define VFC_TYPED_HASHED(name, element, coll)                                               \
-    extern template class VFC_API                                                           \
-        vpTypedHashed<name, element, vClassID::name, coll, coll##Iterator>;                 \
-    extern template class VFC_API vpTypedHashedIterator<name, element, coll##Iterator>;     \
-    class VFC_API name final                                                                \
-        : public vpTypedHashed<name, element, vClassID::name, coll, coll##Iterator> {       \
-        VFC_TYPED_MEMBER_BODY(name)                                                         \
-    };                                                                                      \
-    VFC_TYPED_ITER_CLASS(name,                                                              \
-                         vpTypedHashedIterator<name VFC_TYPED_COMMA element VFC_TYPED_COMMA \
-                                                   coll##Iterator>)
+#define VFC_TYPED_HASHED(name, element, coll)                                           \
+    extern template class VFC_API                                                       \
+        vpTypedHashed<name, element, vClassID::name, coll, coll##Iterator>;             \
+    extern template class VFC_API vpTypedHashedIterator<name, element, coll##Iterator>; \
+    class VFC_API name final                                                            \
+        : public vpTypedHashed<name, element, vClassID::name, coll, coll##Iterator> {   \
+        VFC_TYPED_MEMBER_BODY(name)                                                     \
+    };                                                                                  \
+    VFC_TYPED_ITER_CLASS(                                                               \
+        name, vpTypedHashedIterator<name VFC_TYPED_COMMA element VFC_TYPED_COMMA coll##Iterator>)
 
 #define VFC_TYPED_SET(name, element) VFC_TYPED_HASHED(name, element, vSet)
 #define VFC_TYPED_TABLE(name, element) VFC_TYPED_HASHED(name, element, vTable)
 
-#define VFC_TYPED_VECTOR(name, element)                                                     \
-    extern template class VFC_API vTypedVector<name, element, vClassID::name>;              \
-    extern template class VFC_API vTypedVectorIterator<name, element>;                      \
-    class VFC_API name final : public vTypedVector<name, element, vClassID::name> {         \
-        VFC_TYPED_MEMBER_BODY(name)                                                         \
-    };                                                                                      \
+#define VFC_TYPED_VECTOR(name, element)                                             \
+    extern template class VFC_API vTypedVector<name, element, vClassID::name>;      \
+    extern template class VFC_API vTypedVectorIterator<name, element>;              \
+    class VFC_API name final : public vTypedVector<name, element, vClassID::name> { \
+        VFC_TYPED_MEMBER_BODY(name)                                                 \
+    };                                                                              \
     VFC_TYPED_ITER_CLASS(name, vTypedVectorIterator<name VFC_TYPED_COMMA element>)
 
-#define VFC_TYPED_HASH(name, key, value)                                                    \
-    extern template class VFC_API vTypedHash<name, key, value, vClassID::name>;             \
-    extern template class VFC_API vTypedHashIterator<name, key, value>;                     \
-    class VFC_API name final : public vTypedHash<name, key, value, vClassID::name> {        \
-        VFC_TYPED_MEMBER_BODY(name)                                                         \
-    };                                                                                      \
-    VFC_TYPED_ITER_CLASS(name,                                                              \
-                         vTypedHashIterator<name VFC_TYPED_COMMA key VFC_TYPED_COMMA value>)
+#define VFC_TYPED_HASH(name, key, value)                                             \
+    extern template class VFC_API vTypedHash<name, key, value, vClassID::name>;      \
+    extern template class VFC_API vTypedHashIterator<name, key, value>;              \
+    class VFC_API name final : public vTypedHash<name, key, value, vClassID::name> { \
+        VFC_TYPED_MEMBER_BODY(name)                                                  \
+    };                                                                               \
+    VFC_TYPED_ITER_CLASS(name, vTypedHashIterator<name VFC_TYPED_COMMA key VFC_TYPED_COMMA value>)
 
-VFC_TYPED_FAMILY(VFC_TYPED_FORWARD_1, VFC_TYPED_FORWARD_1, VFC_TYPED_FORWARD_1,
-                 VFC_TYPED_FORWARD_1, VFC_TYPED_FORWARD_2)
-VFC_TYPED_FAMILY(VFC_TYPED_LIST, VFC_TYPED_SET, VFC_TYPED_TABLE, VFC_TYPED_VECTOR,
-                 VFC_TYPED_HASH)
+VFC_TYPED_FAMILY(VFC_TYPED_FORWARD_1, VFC_TYPED_FORWARD_1, VFC_TYPED_FORWARD_1, VFC_TYPED_FORWARD_1,
+                 VFC_TYPED_FORWARD_2)
+VFC_TYPED_FAMILY(VFC_TYPED_LIST, VFC_TYPED_SET, VFC_TYPED_TABLE, VFC_TYPED_VECTOR, VFC_TYPED_HASH)
 
 #undef VFC_TYPED_FORWARD_1
 #undef VFC_TYPED_FORWARD_2

@@ -88,9 +88,7 @@ class vTypedVector : public RWCollectable {
         return *aScratch;
     }
     // A negative position becomes a huge one, which every range check refuses.
-    static size_t fPosition(const vInt& i) {
-        return static_cast<unsigned>(static_cast<int>(i));
-    }
+    static size_t fPosition(const vInt& i) { return static_cast<unsigned>(static_cast<int>(i)); }
     template <class Stream>
     void fSave(Stream& s) const;
     template <class Stream>

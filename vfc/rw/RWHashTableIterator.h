@@ -36,8 +36,8 @@ class VFC_API RWHashTableIterator {
     RWHashTable* table_;
 
   private:
-    size_t next_ = 0;      // the position to look at next
-    size_t cur_ = kNone;   // the current position
+    size_t next_ = 0;     // the position to look at next
+    size_t cur_ = kNone;  // the current position
     bool ended_ = false;
 };
 

@@ -73,7 +73,7 @@ class Operation {
   private:
     void clearTable() {
         if constexpr (std::is_same_v<Table, SaveTable>)
-            table_.ordinals.clear();
+            table_.clear();
         else
             table_.objects.clear();
     }
@@ -82,10 +82,7 @@ class Operation {
 
 // Returns the ordinal of p when it was written before in this operation; otherwise records p.
 bool seenBefore(SaveTable& table, const RWCollectable* p, uint32_t& ordinal) {
-    auto [it, added] =
-        table.ordinals.emplace(p, static_cast<uint32_t>(table.ordinals.size()));
-    ordinal = it->second;
-    return !added;
+    return table.findOrAdd(p, ordinal);
 }
 
 // The common part of both readers after the class identifier: make or reuse the object, record

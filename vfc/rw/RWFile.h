@@ -14,7 +14,7 @@
 #include "vfc/rw/RWCString.h"
 
 namespace vfc::rw {
-struct SaveTable;
+class SaveTable;
 struct RestoreTable;
 }  // namespace vfc::rw
 

@@ -11,7 +11,7 @@
 #include "vfc/rw/RWvios.h"
 
 namespace vfc::rw {
-struct SaveTable;
+class SaveTable;
 }
 
 class VFC_API RWvostream : public virtual RWvios {

@@ -5,16 +5,67 @@
 #define VFC_RW_INTERNAL_STORETABLE_H
 
 #include <cstdint>
-#include <unordered_map>
 #include <vector>
 
 class RWCollectable;
 
 namespace vfc::rw {
 
-struct SaveTable {
-    std::unordered_map<const RWCollectable*, uint32_t> ordinals;
+// Pointer to ordinal, open addressing over a power-of-two array; cleared by visiting only the
+// slots in use, so the many one-object operations of a stream cost no allocation.
+class SaveTable {
+  public:
     int depth = 0;
+
+    // Finds p, or records it under the next ordinal; true when it was there before.
+    bool findOrAdd(const RWCollectable* p, uint32_t& ordinal) {
+        if ((used_.size() + 1) * 2 > slots_.size()) grow();
+        size_t mask = slots_.size() - 1;
+        for (size_t i = hashOf(p) & mask;; i = (i + 1) & mask) {
+            Slot& slot = slots_[i];
+            if (slot.key == p) {
+                ordinal = slot.ordinal;
+                return true;
+            }
+            if (!slot.key) {
+                slot = {p, static_cast<uint32_t>(used_.size())};
+                used_.push_back(i);
+                ordinal = slot.ordinal;
+                return false;
+            }
+        }
+    }
+
+    void clear() {
+        for (size_t i : used_) slots_[i] = {};
+        used_.clear();
+    }
+
+  private:
+    struct Slot {
+        const RWCollectable* key = nullptr;
+        uint32_t ordinal = 0;
+    };
+    static size_t hashOf(const RWCollectable* p) {
+        auto bits = reinterpret_cast<std::uintptr_t>(p);
+        return static_cast<size_t>((bits >> 4) * 0x9E3779B97F4A7C15ull >> 17);
+    }
+    void grow() {
+        std::vector<Slot> old(slots_.size() ? slots_.size() * 2 : 16);
+        old.swap(slots_);
+        std::vector<size_t> oldUsed;
+        oldUsed.swap(used_);
+        size_t mask = slots_.size() - 1;
+        for (size_t i : oldUsed) {
+            size_t j = hashOf(old[i].key) & mask;
+            while (slots_[j].key) j = (j + 1) & mask;
+            slots_[j] = old[i];
+            used_.push_back(j);
+        }
+    }
+
+    std::vector<Slot> slots_;
+    std::vector<size_t> used_;  // the slots in use, in ordinal order
 };
 
 struct RestoreTable {

@@ -10,10 +10,6 @@ bool vSlistIterator::fReset() {
     return true;
 }
 
-bool vSlistIterator::fAdvance() {
-    return (*this)() != nullptr;
-}
-
 bool vSlistIterator::fLookup(const RWCollectable* key) {
     // Nothing equals null; the walk still ends past the last element, as for a missing key.
     if (!key) return findNextReference(nullptr) != nullptr;

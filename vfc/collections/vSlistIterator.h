@@ -22,7 +22,7 @@ class VFC_API vSlistIterator : public RWSlistCollectablesIterator {
     // Back to before the first element; true.
     bool fReset();
     // To the next element; false at the end, where the iterator then stays.
-    bool fAdvance();
+    bool fAdvance() { return (*this)() != nullptr; }
     // The current element; null before the first fAdvance and after the end.
     const RWCollectable* apKey() const { return key(); }
     // Whether the current element is the first (last) of the list.

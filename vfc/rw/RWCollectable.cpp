@@ -63,9 +63,9 @@ class Operation {
     explicit Operation(Table& t) : table_(t) {
         if (table_.depth++ == 0) clearTable();
     }
-    ~Operation() {
-        if (--table_.depth == 0) clearTable();
-    }
+    // The table is emptied when an operation starts, not when it ends: entries left behind
+    // are never looked at again.
+    ~Operation() { --table_.depth; }
     Operation(const Operation&) = delete;
     Operation& operator=(const Operation&) = delete;
     int depth() const { return table_.depth; }
@@ -121,16 +121,20 @@ RWCollectable* lookup(RestoreTable& table, uint64_t ordinal) {
 
 void RWCollectable::recursiveSaveOn(RWvostream& s) const {
     SaveTable& table = s.saveTable();
-    Operation<SaveTable> op(table);
-    uint32_t ordinal;
-    if (seenBefore(table, this, ordinal)) {
-        s << '@' << ordinal;
-        return;
+    {
+        Operation<SaveTable> op(table);
+        uint32_t ordinal;
+        if (seenBefore(table, this, ordinal)) {
+            s << '@' << ordinal;
+        } else {
+            s << ':' << isA();
+            s.putObjectStart();
+            saveGuts(s);
+            s.putObjectEnd();
+        }
     }
-    s << ':' << isA();
-    s.putObjectStart();
-    saveGuts(s);
-    s.putObjectEnd();
+    // The outermost object is complete: the stream may hand it over now.
+    if (table.depth == 0) s.commit();
 }
 
 void RWCollectable::recursiveSaveOn(RWFile& f) const {

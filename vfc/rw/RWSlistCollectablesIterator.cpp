@@ -2,18 +2,6 @@
 
 RWSlistCollectablesIterator::~RWSlistCollectablesIterator() = default;
 
-RWCollectable* RWSlistCollectablesIterator::operator()() {
-    if (ended_) return nullptr;
-    if (cur_) {
-        prev_ = cur_;
-        cur_ = cur_->next;
-    } else {
-        cur_ = prev_ ? prev_->next : list_->head_;
-    }
-    if (!cur_) ended_ = true;
-    return key();
-}
-
 void RWSlistCollectablesIterator::reset() {
     prev_ = cur_ = nullptr;
     ended_ = false;

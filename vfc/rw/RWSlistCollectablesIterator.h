@@ -14,7 +14,18 @@ class VFC_API RWSlistCollectablesIterator {
     virtual ~RWSlistCollectablesIterator();
 
     // Steps to the next element and returns it; null (and stays past the end) at the end.
-    RWCollectable* operator()();
+    // Inline: it is the step of every walk over a list.
+    RWCollectable* operator()() {
+        if (ended_) return nullptr;
+        if (cur_) {
+            prev_ = cur_;
+            cur_ = cur_->next;
+        } else {
+            cur_ = prev_ ? prev_->next : list_->head_;
+        }
+        if (!cur_) ended_ = true;
+        return key();
+    }
     // The current element; null before the first step, after the end and after remove().
     RWCollectable* key() const { return cur_ ? cur_->item : nullptr; }
     void reset();

@@ -1,8 +1,10 @@
 #include "vfc/rw/RWpistream.h"
 
+#include <algorithm>
 #include <charconv>
 #include <istream>
 #include <limits>
+#include <memory>
 
 #include "vfc/rw/RWCString.h"
 
@@ -220,6 +222,55 @@ RWvistream& RWpistream::getCount(size_t& n) {
     return *this;
 }
 
+bool RWpistream::decodeString(char* out, size_t n) {
+    // Every byte of the text takes at least one byte in the stream, so reading as many stream
+    // bytes as text bytes are still missing never reads past the closing quote. The bytes are
+    // read into out and decoded in place (the text is never longer than its encoding); the rest
+    // of an escape cut off at the end of a read comes byte by byte.
+    size_t w = 0;
+    while (w < n) {
+        auto got = sb_->sgetn(out + w, static_cast<std::streamsize>(n - w));
+        if (got <= 0) {
+            setstate(eofbit | failbit | badbit);
+            return false;
+        }
+        size_t r = w;
+        const size_t end = w + static_cast<size_t>(got);
+        auto nextByte = [&]() -> int {
+            return r < end ? static_cast<unsigned char>(out[r++]) : sb_->sbumpc();
+        };
+        while (r < end) {
+            auto c = static_cast<unsigned char>(out[r++]);
+            if (c >= 0x20 && c <= 0x7E && c != '"' && c != '\\') {
+                out[w++] = static_cast<char>(c);
+                continue;
+            }
+            if (c != '\\') {
+                // A raw control or high byte, or a quote before the length is reached.
+                setstate(failbit | badbit);
+                return false;
+            }
+            int e = nextByte();
+            if (e == '"' || e == '\\') {
+                out[w++] = static_cast<char>(e);
+            } else if (e >= '0' && e <= '3') {
+                int d1 = nextByte();
+                int d2 = isOctal(d1) ? nextByte() : -1;
+                if (!isOctal(d1) || !isOctal(d2)) {
+                    setstate(failbit | badbit);
+                    return false;
+                }
+                out[w++] = static_cast<char>(((e - '0') << 6) | ((d1 - '0') << 3) | (d2 - '0'));
+            } else {
+                setstate(e == std::char_traits<char>::eof() ? (eofbit | failbit | badbit)
+                                                             : (failbit | badbit));
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
 RWvistream& RWpistream::getString(RWCString& s) {
     size_t length = 0;
     getCount(length);
@@ -228,42 +279,25 @@ RWvistream& RWpistream::getString(RWCString& s) {
         setstate(failbit | badbit);
         return *this;
     }
-    // The length is not trusted for allocation: the text grows as bytes actually arrive.
+    // The length is not trusted for allocation: a long text is decoded block by block, so the
+    // string grows only as bytes actually arrive.
+    constexpr size_t kBlock = 65536;
     RWCString text;
-    text.reserve(length < 4096 ? length : 4096);
-    char chunk[256];
-    size_t used = 0;
-    for (size_t i = 0; i < length; ++i) {
-        int c = sb_->sbumpc();
-        if (c == '\\') {
-            int e = sb_->sbumpc();
-            if (e == '"' || e == '\\') {
-                c = e;
-            } else if (e >= '0' && e <= '3') {
-                int d1 = sb_->sbumpc();
-                int d2 = isOctal(d1) ? sb_->sbumpc() : -1;
-                if (!isOctal(d1) || !isOctal(d2)) {
-                    setstate(failbit | badbit);
-                    return *this;
-                }
-                c = ((e - '0') << 6) | ((d1 - '0') << 3) | (d2 - '0');
-            } else {
-                setstate(failbit | badbit);
-                return *this;
-            }
-        } else if (c < 0x20 || c > 0x7E || c == '"') {
-            // Unescaped control bytes, a quote before the length is reached or the end of data.
-            setstate(c == std::char_traits<char>::eof() ? (eofbit | failbit | badbit)
-                                                         : (failbit | badbit));
-            return *this;
-        }
-        chunk[used++] = static_cast<char>(c);
-        if (used == sizeof chunk) {
-            text.append(chunk, used);
-            used = 0;
+    bool ok = true;
+    if (length <= kBlock) {
+        text.resizeAndOverwrite(length, [&](char* p, size_t n) {
+            ok = decodeString(p, n);
+            return ok ? n : 0;
+        });
+    } else {
+        std::unique_ptr<char[]> block(new char[kBlock]);
+        for (size_t done = 0; ok && done < length; done += kBlock) {
+            size_t n = std::min(kBlock, length - done);
+            ok = decodeString(block.get(), n);
+            if (ok) text.append(block.get(), n);
         }
     }
-    text.append(chunk, used);
+    if (!ok) return *this;
     if (sb_->sbumpc() != '"') {
         setstate(failbit | badbit);
         return *this;

@@ -50,6 +50,8 @@ class VFC_API RWpistream : public RWvistream {
     template <class T>
     RWvistream& readFloating(T& v);
     bool readMarker(char closing);
+    // Reads the n text bytes of a string item into out; false (with bad set) when malformed.
+    bool decodeString(char* out, size_t n);
 
     std::streambuf* sb_;
 };

@@ -24,12 +24,32 @@ RWpostream::RWpostream(std::streambuf* sb) : sb_(sb) {
 
 RWpostream::RWpostream(std::ostream& os) : RWpostream(os.rdbuf()) {}
 
-RWpostream::~RWpostream() = default;
+RWpostream::~RWpostream() {
+    commit();
+}
 
 void RWpostream::write(const char* p, size_t n) {
     if (!good()) return;
-    auto wrote = sb_->sputn(p, static_cast<std::streamsize>(n));
-    if (wrote != static_cast<std::streamsize>(n)) setstate(failbit | badbit);
+    if (pending_ + n > sizeof buffer_) {
+        commit();
+        if (n > sizeof buffer_) {
+            if (good() && sb_->sputn(p, static_cast<std::streamsize>(n)) !=
+                              static_cast<std::streamsize>(n))
+                setstate(failbit | badbit);
+            return;
+        }
+    }
+    std::memcpy(buffer_ + pending_, p, n);
+    pending_ += n;
+}
+
+void RWpostream::commit() {
+    if (pending_ == 0) return;
+    size_t n = pending_;
+    pending_ = 0;
+    if (good() &&
+        sb_->sputn(buffer_, static_cast<std::streamsize>(n)) != static_cast<std::streamsize>(n))
+        setstate(failbit | badbit);
 }
 
 void RWpostream::writeUnsigned(unsigned long long v) {
@@ -56,7 +76,7 @@ RWvostream& RWpostream::operator<<(char c) {
         p = octalEscape(p, u);
     *p++ = '\n';
     write(buf, static_cast<size_t>(p - buf));
-    return *this;
+    return done();
 }
 
 RWvostream& RWpostream::operator<<(const char* s) {
@@ -65,40 +85,40 @@ RWvostream& RWpostream::operator<<(const char* s) {
 
 RWvostream& RWpostream::operator<<(bool v) {
     write(v ? "1\n" : "0\n", 2);
-    return *this;
+    return done();
 }
 
 RWvostream& RWpostream::operator<<(short v) {
     writeSigned(v);
-    return *this;
+    return done();
 }
 RWvostream& RWpostream::operator<<(unsigned short v) {
     writeUnsigned(v);
-    return *this;
+    return done();
 }
 RWvostream& RWpostream::operator<<(int v) {
     writeSigned(v);
-    return *this;
+    return done();
 }
 RWvostream& RWpostream::operator<<(unsigned v) {
     writeUnsigned(v);
-    return *this;
+    return done();
 }
 RWvostream& RWpostream::operator<<(long v) {
     writeSigned(v);
-    return *this;
+    return done();
 }
 RWvostream& RWpostream::operator<<(unsigned long v) {
     writeUnsigned(v);
-    return *this;
+    return done();
 }
 RWvostream& RWpostream::operator<<(long long v) {
     writeSigned(v);
-    return *this;
+    return done();
 }
 RWvostream& RWpostream::operator<<(unsigned long long v) {
     writeUnsigned(v);
-    return *this;
+    return done();
 }
 
 namespace {
@@ -124,7 +144,7 @@ RWvostream& RWpostream::operator<<(float v) {
     size_t n = floatingText(buf, sizeof buf - 1, v);
     buf[n++] = '\n';
     write(buf, n);
-    return *this;
+    return done();
 }
 
 RWvostream& RWpostream::operator<<(double v) {
@@ -132,12 +152,12 @@ RWvostream& RWpostream::operator<<(double v) {
     size_t n = floatingText(buf, sizeof buf - 1, v);
     buf[n++] = '\n';
     write(buf, n);
-    return *this;
+    return done();
 }
 
 RWvostream& RWpostream::put(char c) {
     writeUnsigned(static_cast<unsigned char>(c));
-    return *this;
+    return done();
 }
 
 RWvostream& RWpostream::putString(const char* s, size_t n) {
@@ -164,20 +184,21 @@ RWvostream& RWpostream::putString(const char* s, size_t n) {
     *p++ = '"';
     *p++ = '\n';
     write(buf, static_cast<size_t>(p - buf));
-    return *this;
+    return done();
 }
 
 RWvostream& RWpostream::putObjectStart() {
     write("\\[\n", 3);
-    return *this;
+    return done();
 }
 
 RWvostream& RWpostream::putObjectEnd() {
     write("\\]\n", 3);
-    return *this;
+    return done();
 }
 
 RWvostream& RWpostream::flush() {
+    commit();
     if (sb_ && sb_->pubsync() != 0) setstate(failbit | badbit);
     return *this;
 }

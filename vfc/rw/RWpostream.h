@@ -1,6 +1,9 @@
 // RWpostream: writes the portable object format, printable ASCII readable on any platform: every
 // item is one token followed by a line feed; characters that are not printable are escaped.
-// Writes go straight to a std::streambuf; a buffer that refuses bytes sets fail and bad.
+// The items of an object are collected and handed to the std::streambuf in one piece when the
+// outermost object is complete; items written outside an object go at once. So after any call
+// made from outside an object's saveGuts, everything written is in the buffer. A buffer that
+// refuses bytes sets fail and bad.
 #ifndef VFC_RW_RWPOSTREAM_H
 #define VFC_RW_RWPOSTREAM_H
 
@@ -33,17 +36,25 @@ class VFC_API RWpostream : public RWvostream {
     RWvostream& putString(const char* s, size_t n) override;
     RWvostream& putObjectStart() override;
     RWvostream& putObjectEnd() override;
-    // Flushes the underlying buffer.
+    // Hands everything over and flushes the underlying buffer.
     RWvostream& flush() override;
+    void commit() override;
 
     std::streambuf* rdbuf() const { return sb_; }
 
   private:
     void write(const char* p, size_t n);
+    // Commits unless an object is being written.
+    RWvostream& done() {
+        if (objectDepth() == 0) commit();
+        return *this;
+    }
     void writeSigned(long long v);
     void writeUnsigned(unsigned long long v);
 
     std::streambuf* sb_;
+    size_t pending_ = 0;
+    char buffer_[4096];
 };
 
 #endif  // VFC_RW_RWPOSTREAM_H

@@ -9,6 +9,10 @@ RWvios::~RWvios() = default;
 RWvostream::RWvostream() = default;
 RWvostream::~RWvostream() = default;
 
+int RWvostream::objectDepth() const {
+    return table_ ? table_->depth : 0;
+}
+
 vfc::rw::SaveTable& RWvostream::saveTable() {
     if (!table_) table_ = std::make_unique<vfc::rw::SaveTable>();
     return *table_;

@@ -44,9 +44,14 @@ class VFC_API RWvostream : public virtual RWvios {
     virtual RWvostream& putObjectStart() = 0;
     virtual RWvostream& putObjectEnd() = 0;
     virtual RWvostream& flush() = 0;
+    // Hands items held back by the stream to its destination. The object writer calls it when
+    // an outermost object is complete; a stream may hold back the items of an object until then.
+    virtual void commit() {}
 
     // The ordinal table of the store operation under way (for RWCollectable's object writer).
     vfc::rw::SaveTable& saveTable();
+    // How deep the object writer is inside objects on this stream; 0 between objects.
+    int objectDepth() const;
 
   private:
     std::unique_ptr<vfc::rw::SaveTable> table_;

@@ -65,11 +65,13 @@ fuzz:
 	cmake -G Ninja -S . -B $(BUILD)-fuzz -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=RelWithDebInfo \
 	    -DVFC_SHARED=OFF -DVFC_BUILD_FUZZ=ON -DVFC_BUILD_TESTS=OFF -DVFC_BUILD_TOOLS=OFF
 	cmake --build $(BUILD)-fuzz -j $(JOBS)
-	mkdir -p $(BUILD)-fuzz/corpus/regexp $(BUILD)-fuzz/corpus/pstream
+	mkdir -p $(BUILD)-fuzz/corpus/regexp $(BUILD)-fuzz/corpus/pstream $(BUILD)-fuzz/corpus/args
 	$(BUILD)-fuzz/fuzz/regexp_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=512 \
 	    $(BUILD)-fuzz/corpus/regexp fuzz/corpus/regexp
 	$(BUILD)-fuzz/fuzz/pstream_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=4096 \
 	    -rss_limit_mb=1024 -malloc_limit_mb=256 $(BUILD)-fuzz/corpus/pstream fuzz/corpus/pstream
+	$(BUILD)-fuzz/fuzz/args_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=1024 \
+	    $(BUILD)-fuzz/corpus/args fuzz/corpus/args
 
 install: build
 	cmake --install $(BUILD) --prefix $(PREFIX)

@@ -70,4 +70,15 @@
 #include "vfc/text/vSeRe.h"
 #include "vfc/text/vTemplates.h"
 
+#include "vfc/files/vComponentType.h"
+#include "vfc/files/vPath.h"
+#include "vfc/files/vPathAlgebra.h"
+#include "vfc/files/vPathComponent.h"
+#include "vfc/files/vPathComponentList.h"
+#include "vfc/files/vPathModel.h"
+#include "vfc/files/vPathType.h"
+
+#include "vfc/app/vArgList.h"
+#include "vfc/app/vpArgListItem.h"
+
 #endif  // VFC_VFC_H

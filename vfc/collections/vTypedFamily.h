@@ -19,11 +19,12 @@
 // The class identifier of a member is vClassID::member. A value type of RWCollectable takes any
 // collectable value.
 //
-// Members over vFile, vPath, vLibrary, vPathComponentList and the file-reference components
-// (vSlistvFile, vSetvFile, vVectorvFile, vSlistvVectorvFile, vSlistvPath, vSlistvLibrary,
-// vpSlistvpFRefCs, vHashvIntvFile, vHashvStringvFile, vHashvStringvHvSvFile, vHashvFilevString,
-// vHashvFilevInt, vHashvFilevSetvInt, vHashvFilevSlvString, vHashvStringvSlvPath,
-// vHashvStringvPathComponentList) join the list when those element classes are added.
+// The hash members are not final: vArgList is a vHashvStringvString.
+//
+// Members over vFile, vLibrary and the file-reference components (vSlistvFile, vSetvFile,
+// vVectorvFile, vSlistvVectorvFile, vSlistvLibrary, vpSlistvpFRefCs, vHashvIntvFile,
+// vHashvStringvFile, vHashvStringvHvSvFile, vHashvFilevString, vHashvFilevInt,
+// vHashvFilevSetvInt, vHashvFilevSlvString) join the list when those element classes are added.
 #ifndef VFC_COLLECTIONS_VTYPEDFAMILY_H
 #define VFC_COLLECTIONS_VTYPEDFAMILY_H
 
@@ -39,6 +40,8 @@
 #include "vfc/core/vPair.h"
 #include "vfc/core/vString.h"
 #include "vfc/core/vVoid.h"
+#include "vfc/files/vPath.h"
+#include "vfc/files/vPathComponentList.h"
 #include "vfc/persist/vClassIds.h"
 #include "vfc/rw/RWCollectable.h"
 #include "vfc/text/vRegExp.h"
@@ -66,6 +69,8 @@
     HASH  (vHashvIntvVectorvPair,     vInt,    vVectorvPair)             \
     VECTOR(vVectorvInt,               vInt)                              \
     SET   (vSetvInt,                  vInt)                              \
+    LIST  (vSlistvPath,               vPath)                             \
+    HASH  (vHashvStringvSlvPath,      vString, vSlistvPath)              \
     HASH  (vHashvIntvHvSvS,           vInt,    vHashvStringvString)      \
     HASH  (vHashvIntvFloat,           vInt,    vFloat)                   \
     LIST  (vSlistvFloat,              vFloat)                            \
@@ -82,7 +87,8 @@
     LIST  (vSlistvIntString,          vIntString)                        \
     HASH  (vHashvIntvSlistvString,    vInt,    vSlistvString)            \
     HASH  (vHashvIntvSlistvInt,       vInt,    vSlistvInt)               \
-    LIST  (vSlistvVoid,               vVoid)
+    LIST  (vSlistvVoid,               vVoid)                             \
+    HASH  (vHashvStringvPathComponentList, vString, vPathComponentList)
 // clang-format on
 
 // ---- generation ----------------------------------------------------------------------------
@@ -148,7 +154,7 @@
 #define VFC_TYPED_HASH(name, key, value)                                             \
     extern template class VFC_API vTypedHash<name, key, value, vClassID::name>;      \
     extern template class VFC_API vTypedHashIterator<name, key, value>;              \
-    class VFC_API name final : public vTypedHash<name, key, value, vClassID::name> { \
+    class VFC_API name : public vTypedHash<name, key, value, vClassID::name> {       \
         VFC_TYPED_MEMBER_BODY(name)                                                  \
     };                                                                               \
     VFC_TYPED_ITER_CLASS(name, vTypedHashIterator<name VFC_TYPED_COMMA key VFC_TYPED_COMMA value>)

@@ -114,6 +114,24 @@ template <>
 struct Sample<vRegExp> {
     static std::unique_ptr<vRegExp> make(int) { return std::make_unique<vRegExp>(vString("a|b")); }
 };
+template <>
+struct Sample<vPath> {
+    static std::unique_ptr<vPath> make(int i) {
+        return std::make_unique<vPath>(vPathType::eURLUNIX,
+                                       ("http://h/d" + std::to_string(i) + "/").c_str());
+    }
+};
+template <>
+struct Sample<vPathComponentList> {
+    static std::unique_ptr<vPathComponentList> make(int i) {
+        auto list = std::make_unique<vPathComponentList>();
+        list->fInsert(vPathComponent(vPathType::eDOS, vComponentType::eDrive, "C:"));
+        list->fInsert(vPathComponent(vPathType::eDOS, vComponentType::eName,
+                                     ("n" + std::to_string(i)).c_str()));
+        list->fSetTrailingSeparator(i % 2 == 0);
+        return list;
+    }
+};
 // Any collectable: strings and integers by turns.
 template <>
 struct Sample<RWCollectable> {
@@ -200,7 +218,7 @@ TEST(vTypedFamily, EveryMemberHasItsIdentifierAndRoundTrips) {
     }
     VFC_TYPED_FAMILY(CHECK_MEMBER, CHECK_MEMBER, CHECK_MEMBER, CHECK_MEMBER, CHECK_MEMBER)
 #undef CHECK_MEMBER
-    EXPECT_EQ(members, 38);
+    EXPECT_EQ(members, 41);
 }
 
 TEST(vTypedFamily, NestedMembersRoundTripEqual) {

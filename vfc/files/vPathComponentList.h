@@ -1,0 +1,53 @@
+// vPathComponentList: the components of one path, first component first, as vcListComponents
+// makes them and vcGeneratePath writes them, plus a flag that says the path was written with a
+// separator at its end (a directory, "dir/"). It is the typed list of vPathComponent (fInsert
+// appends a copy, fAt/fFirst/fLast/fLookup set the current element that aKey returns, the
+// fRemove... operations hand an element to the caller, the list owns the rest).
+//
+// Equality (isEqual, fIsEqual) compares the components only; the flag is persisted after them.
+#ifndef VFC_FILES_VPATHCOMPONENTLIST_H
+#define VFC_FILES_VPATHCOMPONENTLIST_H
+
+#include "vfc/base/export.h"
+#include "vfc/collections/vTypedList.h"
+#include "vfc/files/vPathComponent.h"
+#include "vfc/persist/vClassIds.h"
+
+class vPathComponentList;
+
+extern template class VFC_API
+    vTypedList<vPathComponentList, vPathComponent, vClassID::vPathComponentList>;
+extern template class VFC_API vTypedListIterator<vPathComponentList, vPathComponent>;
+
+class VFC_API vPathComponentList
+    : public vTypedList<vPathComponentList, vPathComponent, vClassID::vPathComponentList> {
+  public:
+    vPathComponentList() = default;
+    vPathComponentList(const vPathComponentList& other) = default;
+    vPathComponentList& operator=(const vPathComponentList& other) = default;
+    ~vPathComponentList() override;
+
+    bool fTrailingSeparator() const { return aTrailingSeparator; }
+    void fSetTrailingSeparator(bool on) { aTrailingSeparator = on; }
+
+    RWClassID isA() const override { return classIsA(); }
+    void restoreGuts(RWvistream& s) override;
+    void restoreGuts(RWFile& f) override;
+    void saveGuts(RWvostream& s) const override;
+    void saveGuts(RWFile& f) const override;
+    static RWClassID classIsA();
+    static const RWClassID myAtom;
+
+  private:
+    bool aTrailingSeparator = false;
+};
+
+// Walks a component list: while (it.fAdvance()) use(it.aKey());
+class VFC_API vPathComponentListIter final
+    : public vTypedListIterator<vPathComponentList, vPathComponent> {
+  public:
+    explicit vPathComponentListIter(const vPathComponentList& list)
+        : vTypedListIterator(list) {}
+};
+
+#endif  // VFC_FILES_VPATHCOMPONENTLIST_H

@@ -36,6 +36,14 @@ demo: build
 	$(BUILD)/tools/vfc/vfc grep -list '*.htm;*.html' samples/files.txt
 	@echo '--- vfc dump: the persistent object file samples/catalog.vor'
 	$(BUILD)/tools/vfc/vfc dump samples/catalog.vor
+	@echo '--- vfc path: URLs of samples/paths.txt in UNIX, DOS and MIF notation'
+	$(BUILD)/tools/vfc/vfc path -from url+ -to unix \
+	    'file:///home/writer/drafts/Release%20Notes.html' 'https://docs.example.org/search?q=1'
+	$(BUILD)/tools/vfc/vfc path -from unix -to dos+ '/usr/share/doc/publisher/README'
+	$(BUILD)/tools/vfc/vfc path -from dos -to mif -list 'C:/Program Files/Publisher/bin/convert.exe'
+	@echo '--- vfc rel / resolve: links between output files'
+	$(BUILD)/tools/vfc/vfc rel /out/guide/ch1 /out/guide/img/fig1.png
+	$(BUILD)/tools/vfc/vfc resolve -notation url 'http://www.example.com:8080/docs/' '../img/logo.png'
 	@echo '--- vfc urlencode / urldecode'
 	$(BUILD)/tools/vfc/vfc urlencode 'Release Notes/2026 #3.html' '~user/a b?x=1&y=2'
 	$(BUILD)/tools/vfc/vfc urldecode 'Release%20Notes%2f2026%20%233.html' 'keep%00%zz'

@@ -52,6 +52,28 @@ expect "urldecode" 0 "a b/%00
 %zz" -- "$vfc" urldecode 'a%20b%2F%00' '%zz'
 expect "urlencode without text" 2 "" -- "$vfc" urlencode
 
+expect "path to URL" 0 "file:///C:/Docs/Release%20Notes.html
+file://///server/share/a%23b" \
+    -- "$vfc" path -from dos -to url+ 'C:/Docs/Release Notes.html' '\\server/share/a#b'
+expect "path components" 0 "//h/Docs
+  scheme:http
+  host:h
+  port:8080
+  name:Docs
+  (directory)" -- "$vfc" path -from url -to unix -list 'http://h:8080/Docs/'
+expect "path to MIF and Mac" 0 "<u\\><c\\>img<c\\>a.gif
+::img:a.gif" -- bash -c "'$vfc' path -from unix -to mifstring ../img/a.gif && '$vfc' path -from 3 -to 2 ../img/a.gif"
+expect "path missing -to" 2 "" -- "$vfc" path -from dos C:/x
+expect "path bad notation" 2 "" -- "$vfc" path -from dos -to klingon C:/x
+expect "path help" 0 "	-from NOTATION               notation the PATHs are written in (required)" \
+    -- bash -c "'$vfc' path -help 2>&1 | grep -e '-from'"
+expect "rel" 0 "../d/e" -- "$vfc" rel /a/b/c /a/b/d/e
+expect "rel of URLs" 0 "../c/x.html" -- "$vfc" rel -notation url http://h/a/b/ http://h/a/c/x.html
+expect "rel needs two paths" 2 "" -- "$vfc" rel /a
+expect "resolve" 0 "/x
+http://h:81/x" -- bash -c "'$vfc' resolve /a/b ../../../x && '$vfc' resolve -notation 15 http://h:81/a/b /x"
+expect "resolve unknown option" 2 "" -- "$vfc" resolve -z /a b
+
 tmp=$(mktemp -d)
 trap 'rm -rf "$tmp"' EXIT
 printf ':\n263\n\\[\n2\n"a\\""\n\\]\nN\n:\n515\n\\[\n2\n:\n259\n\\[\n7\n\\]\n:\n263\n\\[\n0\n""\n\\]\n\\]\n' >"$tmp/small.vor"

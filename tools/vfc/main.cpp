@@ -30,6 +30,12 @@ const std::vector<Command>& commands() {
          "store operation). A string prints as the quoted text stored in the file. The file is\n"
          "then read back through the library, and the exit status is 1 when that fails.",
          runDump},
+        {"path", "-from NOTATION -to NOTATION [-dir] [-list] PATH...",
+         "translate each PATH from one path notation into another", nullptr, runPath},
+        {"rel", "[-notation NOTATION] FROM TO",
+         "print the relative path that leads from directory FROM to TO", nullptr, runRel},
+        {"resolve", "[-notation NOTATION] BASE REL",
+         "print REL resolved against the directory BASE", nullptr, runResolve},
         {"urlencode", "TEXT...", "print each TEXT with URL escapes",
          "Escapes blank \" # % & ' / < > ? [ \\ ] ^ ` { | } ~ as %xx (lower-case hex).",
          runUrlEncode},
@@ -41,7 +47,7 @@ const std::vector<Command>& commands() {
 
 void printUsage(std::ostream& out, const Command& command) {
     out << "usage: vfc " << command.name << ' ' << command.synopsis << "\n\n"
-        << command.details << '\n';
+        << (command.details ? command.details : "") << '\n';
 }
 
 int usageError(const char* name, const std::string& message) {
@@ -76,7 +82,7 @@ int main(int argc, char** argv) {
     for (const Command& c : commands()) {
         if (std::strcmp(argv[1], c.name) != 0) continue;
         Args args(argv + 2, argv + argc);
-        if (args.size() == 1 && args[0] == "-help") {
+        if (c.details && args.size() == 1 && args[0] == "-help") {
             printUsage(std::cout, c);
             return kSuccess;
         }

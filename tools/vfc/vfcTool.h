@@ -20,7 +20,9 @@ struct Command {
     const char* name;
     const char* synopsis;  // the arguments, as shown by "vfc -help"
     const char* summary;   // one line
-    const char* details;   // shown by "vfc NAME -help" after the synopsis
+    // Shown by "vfc NAME -help" after the synopsis; null for a command that reads its options
+    // with vArgList and prints that usage screen itself.
+    const char* details;
     int (*run)(const Args& args);
 };
 
@@ -34,6 +36,9 @@ int usageError(const char* name, const std::string& message);
 
 int runDump(const Args& args);
 int runGrep(const Args& args);
+int runPath(const Args& args);
+int runRel(const Args& args);
+int runResolve(const Args& args);
 int runUrlEncode(const Args& args);
 int runUrlDecode(const Args& args);
 

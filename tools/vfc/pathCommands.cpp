@@ -1,0 +1,176 @@
+// vfc path / rel / resolve: translating paths between notations and the path algebra. Their
+// options are read with vArgList, whose usage screen "-help" prints.
+#include <cstdlib>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include <vfc/vfc.h>
+
+#include "vfcTool.h"
+
+namespace vfctool {
+namespace {
+
+// Notation names: a family and a member ("url-dos"), the family alone for its host member
+// ("url"), "+" at the end for the flagged notation ("url+"), or the number 0-39.
+const char* const kFamilies[] = {"", "mif", "mifstring", "url", "portable"};
+const char* const kMembers[] = {"host", "dos", "mac", "unix"};
+
+std::string notationName(int value) {
+    int plain = value % 20;
+    int family = plain / 4;
+    int member = plain % 4;
+    std::string name = family == 0 ? kMembers[member]
+                     : member == 0 ? std::string(kFamilies[family])
+                                   : std::string(kFamilies[family]) + "-" + kMembers[member];
+    return value >= 20 ? name + "+" : name;
+}
+
+bool parseNotation(const vString& text, vPathType::TypeEnum& out) {
+    std::string s(text.data(), text.length());
+    if (!s.empty() && s.find_first_not_of("0123456789") == std::string::npos && s.size() <= 2) {
+        int value = std::atoi(s.c_str());
+        if (value >= 40) return false;
+        out = static_cast<vPathType::TypeEnum>(value);
+        return true;
+    }
+    for (int value = 0; value < 40; ++value) {
+        if (notationName(value) == s) {
+            out = static_cast<vPathType::TypeEnum>(value);
+            return true;
+        }
+    }
+    return false;
+}
+
+// One family per line.
+std::string notationList() {
+    std::string list;
+    for (int value = 0; value < 20; ++value)
+        list += (value % 4 == 0 ? "\n   " : "") + (" " + notationName(value));
+    return list;
+}
+
+// Parses args with the table as "vfc NAME ARGS..."; returns -1 when the command is to go on,
+// else the exit code (after printing the usage screen for "-help" or a bad command line).
+int parseArgs(const char* name, const Args& args, const vpArgListItem* table,
+              const char* trailing, vArgList& out) {
+    std::string program = std::string("vfc ") + name;
+    std::vector<const char*> argv{program.c_str()};
+    for (const std::string& a : args) argv.push_back(a.c_str());
+    out = vArgList(static_cast<int>(argv.size()), argv.data(), table, trailing);
+    if (!out.fFailed()) return -1;
+    out.usage();
+    std::cerr << "\nNOTATION is one of" << notationList()
+              << "\nwith \"+\" appended for the flagged (escaped) form, or a number 0-39.\n";
+    return out.fErrorlog().isNull() ? kSuccess : kUsage;
+}
+
+bool notationOption(const char* name, const vArgList& args, const char* option,
+                    vPathType::TypeEnum& out) {
+    vString text;
+    if (!args.fGetOption(option, text)) return true;  // keep the default
+    if (parseNotation(text, out)) return true;
+    usageError(name, std::string("unknown notation \"") + text.data() + "\"");
+    return false;
+}
+
+std::vector<vString> words(const vArgList& args) {
+    std::vector<vString> out;
+    vSlistvStringIter it(args.fUnassigned());
+    while (it.fAdvance()) out.push_back(it.aKey());
+    return out;
+}
+
+void printList(const vPathComponentList& list, vPathType::TypeEnum notation) {
+    vString out;
+    std::cout << vcGeneratePath(notation, list, out) << '\n';
+}
+
+const vpArgListItem kPathOptions[] = {
+    {"-from", "NOTATION", "notation the PATHs are written in", true},
+    {"-to", "NOTATION", "notation to write them in", true},
+    {"-dir", nullptr, "the PATHs name directories (URLs then end in \"/\")", false},
+    {"-list", nullptr, "also print each component as KIND:TEXT", false},
+    {nullptr, nullptr, nullptr, false},
+};
+
+const vpArgListItem kAlgebraOptions[] = {
+    {"-notation", "NOTATION", "notation of both paths and of the result (default host)", false},
+    {nullptr, nullptr, nullptr, false},
+};
+
+const char* const kKindNames[] = {"scheme", "host", "root",  "root-of-drive", "drive",
+                                  "name",   "up",   "current", "server",      "share",
+                                  "port",   "fragment", "query"};
+
+}  // namespace
+
+int runPath(const Args& args) {
+    vArgList options;
+    int status = parseArgs("path", args, kPathOptions, "PATH...", options);
+    if (status >= 0) return status;
+    vPathType::TypeEnum from = vPathType::eHost;
+    vPathType::TypeEnum to = vPathType::eHost;
+    if (!notationOption("path", options, "-from", from) ||
+        !notationOption("path", options, "-to", to))
+        return kUsage;
+    std::vector<vString> paths = words(options);
+    if (paths.empty()) return usageError("path", "at least one PATH is needed");
+    vString ignored;
+    bool isDirectory = options.fGetOption("-dir", ignored);
+    bool list = options.fGetOption("-list", ignored);
+    for (const vString& path : paths) {
+        vPathComponentList components;
+        vcListComponents(from, path, components, isDirectory);
+        printList(components, to);
+        if (!list) continue;
+        vPathComponentListIter it(components);
+        while (it.fAdvance())
+            std::cout << "  " << kKindNames[it.aKey().fComponentType()] << ':'
+                      << it.aKey().aText() << '\n';
+        if (components.fTrailingSeparator()) std::cout << "  (directory)\n";
+    }
+    return kSuccess;
+}
+
+namespace {
+
+// rel and resolve: two paths in one notation, one result in it.
+int runAlgebra(const char* name, const Args& args, const char* trailing,
+               void (*combine)(const vPathComponentList&, const vPathComponentList&,
+                               vPathComponentList&)) {
+    vArgList options;
+    int status = parseArgs(name, args, kAlgebraOptions, trailing, options);
+    if (status >= 0) return status;
+    vPathType::TypeEnum notation = vPathType::eHost;
+    if (!notationOption(name, options, "-notation", notation)) return kUsage;
+    std::vector<vString> paths = words(options);
+    if (paths.size() != 2) return usageError(name, std::string("expected ") + trailing);
+    vPathComponentList first;
+    vPathComponentList second;
+    vPathComponentList result;
+    vcListComponents(notation, paths[0], first);
+    vcListComponents(notation, paths[1], second);
+    combine(first, second, result);
+    printList(result, notation);
+    return kSuccess;
+}
+
+void makeRelative(const vPathComponentList& from, const vPathComponentList& to,
+                  vPathComponentList& out) {
+    vcMakeRelative(false, from, to, out);
+}
+
+}  // namespace
+
+int runRel(const Args& args) {
+    return runAlgebra("rel", args, "FROM TO", makeRelative);
+}
+
+int runResolve(const Args& args) {
+    return runAlgebra("resolve", args, "BASE REL", vcResolvePath);
+}
+
+}  // namespace vfctool

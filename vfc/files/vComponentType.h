@@ -6,7 +6,7 @@
 
 class VFC_API vComponentType {
   public:
-    enum TypeEnum {
+    enum TypeEnum : int {
         eScheme = 0,       // scheme of a URL ("http")
         eHost = 1,         // host of a URL
         eRoot = 2,         // the root of a file system or a drive; no text

@@ -87,6 +87,7 @@ TEST(vPathComponentTest, ComparisonAndPersistence) {
     list.recursiveSaveOn(pipe.insert());
     vPath path(T::eDOS, "C:/a//b/");
     path.recursiveSaveOn(pipe.insert());
+    pipe.insert() << vPathComponent(T::eMacFlagged, K::eDrive, "a/b");
     pipe.flush();
     std::unique_ptr<RWCollectable> back(RWCollectable::recursiveRestoreFrom(pipe.extract()));
     ASSERT_NE(back, nullptr);
@@ -97,6 +98,9 @@ TEST(vPathComponentTest, ComparisonAndPersistence) {
     ASSERT_NE(pathBack, nullptr);
     EXPECT_TRUE(pathBack->isEqual(&path));
     EXPECT_EQ(static_cast<vPath*>(pathBack.get())->fPathType(), T::eDOS);
+    vPathComponent drive;
+    pipe.extract() >> drive;
+    EXPECT_TRUE(drive == vPathComponent(T::eMac, K::eDrive, "a:b"));
 
     // A stored notation that no component can have fails the stream.
     std::stringbuf bytes;

@@ -13,7 +13,8 @@
 // vPathComponent. On this platform the host member of each family is its UNIX member.
 //
 // Every switch on a notation goes through sfTransPathType first, so it never sees a host member
-// or a flagged value.
+// or a flagged value. The enumeration holds any int; a value outside 0-39 is parsed and written
+// like UNIX.
 #ifndef VFC_FILES_VPATHTYPE_H
 #define VFC_FILES_VPATHTYPE_H
 
@@ -21,7 +22,7 @@
 
 class VFC_API vPathType {
   public:
-    enum TypeEnum {
+    enum TypeEnum : int {
         eHost = 0,
         eDOS,
         eMac,

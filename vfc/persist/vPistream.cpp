@@ -2,6 +2,7 @@
 
 #include "vfc/core/vInt.h"
 #include "vfc/core/vString.h"
+#include "vfc/files/vPathComponent.h"
 
 vPistream::~vPistream() = default;
 
@@ -19,5 +20,9 @@ vPistream& operator>>(vPistream& in, vString& x) {
 }
 
 vPistream& operator>>(vPistream& in, vInt& x) {
+    return restoreInto(in, x);
+}
+
+vPistream& operator>>(vPistream& in, vPathComponent& x) {
     return restoreInto(in, x);
 }

@@ -11,6 +11,7 @@
 #include "vfc/rw/RWpistream.h"
 
 class vInt;
+class vPathComponent;
 class vString;
 
 class VFC_API vPistream : public RWpistream {
@@ -22,5 +23,6 @@ class VFC_API vPistream : public RWpistream {
 
 VFC_API vPistream& operator>>(vPistream& in, vString& x);
 VFC_API vPistream& operator>>(vPistream& in, vInt& x);
+VFC_API vPistream& operator>>(vPistream& in, vPathComponent& x);
 
 #endif  // VFC_PERSIST_VPISTREAM_H

@@ -2,6 +2,7 @@
 
 #include "vfc/core/vInt.h"
 #include "vfc/core/vString.h"
+#include "vfc/files/vPathComponent.h"
 
 vPostream::~vPostream() = default;
 
@@ -11,6 +12,11 @@ vPostream& operator<<(vPostream& out, const vString& x) {
 }
 
 vPostream& operator<<(vPostream& out, const vInt& x) {
+    x.recursiveSaveOn(out);
+    return out;
+}
+
+vPostream& operator<<(vPostream& out, const vPathComponent& x) {
     x.recursiveSaveOn(out);
     return out;
 }

@@ -12,6 +12,7 @@
 #include "vfc/rw/RWpostream.h"
 
 class vInt;
+class vPathComponent;
 class vString;
 
 class VFC_API vPostream : public RWpostream {
@@ -24,5 +25,6 @@ class VFC_API vPostream : public RWpostream {
 
 VFC_API vPostream& operator<<(vPostream& out, const vString& x);
 VFC_API vPostream& operator<<(vPostream& out, const vInt& x);
+VFC_API vPostream& operator<<(vPostream& out, const vPathComponent& x);
 
 #endif  // VFC_PERSIST_VPOSTREAM_H

@@ -21,9 +21,9 @@ std::string notationName(int value) {
     int plain = value % 20;
     int family = plain / 4;
     int member = plain % 4;
-    std::string name = family == 0 ? kMembers[member]
-                     : member == 0 ? std::string(kFamilies[family])
-                                   : std::string(kFamilies[family]) + "-" + kMembers[member];
+    std::string name = family == 0   ? kMembers[member]
+                       : member == 0 ? std::string(kFamilies[family])
+                                     : std::string(kFamilies[family]) + "-" + kMembers[member];
     return value >= 20 ? name + "+" : name;
 }
 
@@ -54,11 +54,12 @@ std::string notationList() {
 
 // Parses args with the table as "vfc NAME ARGS..."; returns -1 when the command is to go on,
 // else the exit code (after printing the usage screen for "-help" or a bad command line).
-int parseArgs(const char* name, const Args& args, const vpArgListItem* table,
-              const char* trailing, vArgList& out) {
+int parseArgs(const char* name, const Args& args, const vpArgListItem* table, const char* trailing,
+              vArgList& out) {
     std::string program = std::string("vfc ") + name;
     std::vector<const char*> argv{program.c_str()};
-    for (const std::string& a : args) argv.push_back(a.c_str());
+    for (const std::string& a : args)
+        argv.push_back(a.c_str());
     out = vArgList(static_cast<int>(argv.size()), argv.data(), table, trailing);
     if (!out.fFailed()) return -1;
     out.usage();
@@ -79,7 +80,8 @@ bool notationOption(const char* name, const vArgList& args, const char* option,
 std::vector<vString> words(const vArgList& args) {
     std::vector<vString> out;
     vSlistvStringIter it(args.fUnassigned());
-    while (it.fAdvance()) out.push_back(it.aKey());
+    while (it.fAdvance())
+        out.push_back(it.aKey());
     return out;
 }
 
@@ -101,8 +103,8 @@ const vpArgListItem kAlgebraOptions[] = {
     {nullptr, nullptr, nullptr, false},
 };
 
-const char* const kKindNames[] = {"scheme", "host", "root",  "root-of-drive", "drive",
-                                  "name",   "up",   "current", "server",      "share",
+const char* const kKindNames[] = {"scheme", "host",     "root",    "root-of-drive", "drive",
+                                  "name",   "up",       "current", "server",        "share",
                                   "port",   "fragment", "query"};
 
 }  // namespace
@@ -128,8 +130,8 @@ int runPath(const Args& args) {
         if (!list) continue;
         vPathComponentListIter it(components);
         while (it.fAdvance())
-            std::cout << "  " << kKindNames[it.aKey().fComponentType()] << ':'
-                      << it.aKey().aText() << '\n';
+            std::cout << "  " << kKindNames[it.aKey().fComponentType()] << ':' << it.aKey().aText()
+                      << '\n';
         if (components.fTrailingSeparator()) std::cout << "  (directory)\n";
     }
     return kSuccess;

@@ -1,6 +1,7 @@
 #include "vfc/files/vPathAlgebra.h"
 
 #include <cstddef>
+#include <vector>
 
 #include "vfc/files/vComponentType.h"
 #include "vfc/files/vPathModel.h"
@@ -50,36 +51,98 @@ bool vpcValidDOSFile(const vString& text) {
     return extension <= 3;
 }
 
-}  // namespace
-
-void vpUpOneLevel(vPathComponentList& list) {
+// Going up one level at the end of a sequence of components. Seq gives lastKind(kind) (false
+// when empty), size(), removeLast() and appendUp().
+template <class Seq>
+void upOneLevel(Seq& seq) {
     for (;;) {
         vComponentType::TypeEnum kind;
-        if (!vpcLastKind(list, kind)) {
-            list.fInsert(vpcHostComponent(Kind::eUp));
+        if (!seq.lastKind(kind)) {
+            seq.appendUp();
             return;
         }
         switch (kind) {
             case Kind::eName:
-                list.fDeleteLast();
+                seq.removeLast();
                 return;
             case Kind::eUp:
-                list.fInsert(vpcHostComponent(Kind::eUp));
+                seq.appendUp();
                 return;
             case Kind::eCurrent:
-                if (list.fEntries() == 1) {
-                    list.fDeleteLast();
-                    list.fInsert(vpcHostComponent(Kind::eUp));
+                if (seq.size() == 1) {
+                    seq.removeLast();
+                    seq.appendUp();
                 }
                 return;
             case Kind::eFragment:
             case Kind::eQuery:
-                list.fDeleteLast();
+                seq.removeLast();
                 break;  // look at the new last component
             default:
                 return;  // an anchor, share or port: there is nothing above it to go to
         }
     }
+}
+
+struct ListSequence {
+    vPathComponentList& list;
+    bool lastKind(vComponentType::TypeEnum& kind) const { return vpcLastKind(list, kind); }
+    size_t size() const { return list.fEntries(); }
+    void removeLast() { list.fDeleteLast(); }
+    void appendUp() { list.fInsert(vpcHostComponent(Kind::eUp)); }
+};
+
+// The components of a result that is still being worked out, as pointers into the inputs and
+// to the shared up and current components; written into a list once at the end.
+struct PointerSequence {
+    std::vector<const vPathComponent*> items;
+    bool lastKind(vComponentType::TypeEnum& kind) const {
+        if (items.empty()) return false;
+        kind = items.back()->fComponentType();
+        return true;
+    }
+    size_t size() const { return items.size(); }
+    void removeLast() { items.pop_back(); }
+    void appendUp() {
+        static const vPathComponent up = vpcHostComponent(Kind::eUp);
+        items.push_back(&up);
+    }
+};
+
+// Makes out hold copies of the pointed-to components, reusing out's own components. The
+// pointers must not point into out.
+void writeSequence(const PointerSequence& seq, vPathComponentList& out) {
+    size_t i = 0;
+    const size_t n = seq.items.size();
+    {
+        vPathComponentListIter it(out);
+        while (i < n && it.fAdvance())
+            it.aKey() = *seq.items[i++];
+    }
+    for (; i < n; ++i)
+        out.fInsert(*seq.items[i]);
+    while (out.fEntries() > n)
+        out.fDeleteLast();
+}
+
+// Builds a result straight into out, or aside and then copied when out is also an input.
+template <class Build>
+void buildInto(vPathComponentList& out, bool outIsInput, Build build) {
+    if (!outIsInput) {
+        out.fClearAndDestroy();
+        build(out);
+        return;
+    }
+    vPathComponentList result;
+    build(result);
+    out = result;
+}
+
+}  // namespace
+
+void vpUpOneLevel(vPathComponentList& list) {
+    ListSequence seq{list};
+    upOneLevel(seq);
 }
 
 void vpNameRange(const vPathComponentList& list, int& first, int& last) {
@@ -121,56 +184,56 @@ void vcResolvePath(const vPathComponentList& base, const vPathComponentList& rel
         out = base;
         return;
     }
-    // Built aside so that out may be base or rel.
-    vPathComponentList result;
-    vComponentType::TypeEnum firstKind = Kind::eName;
-    vpcFirstKind(rel, firstKind);
-    if (firstKind == Kind::eCurrentRoot) {
-        // From the root of the base's drive or host: keep only the base's anchors.
-        vPathComponentListIter it(base);
+    buildInto(out, &out == &base || &out == &rel, [&](vPathComponentList& result) {
+        vComponentType::TypeEnum firstKind = Kind::eName;
+        vpcFirstKind(rel, firstKind);
+        if (firstKind == Kind::eCurrentRoot) {
+            // From the root of the base's drive or host: keep only the base's anchors.
+            vPathComponentListIter it(base);
+            while (it.fAdvance()) {
+                switch (it.aKey().fComponentType()) {
+                    case Kind::eScheme:
+                    case Kind::eHost:
+                    case Kind::eRoot:
+                    case Kind::eDrive:
+                    case Kind::eServer:
+                    case Kind::eShare:
+                    case Kind::ePort:
+                        result.fInsert(it.aKey());
+                        break;
+                    default:
+                        break;
+                }
+            }
+        } else {
+            result = base;
+        }
+        vPathComponent removed;
+        vPathComponentListIter it(rel);
         while (it.fAdvance()) {
             switch (it.aKey().fComponentType()) {
-                case Kind::eScheme:
-                case Kind::eHost:
-                case Kind::eRoot:
-                case Kind::eDrive:
-                case Kind::eServer:
+                case Kind::eName:
                 case Kind::eShare:
                 case Kind::ePort:
+                case Kind::eFragment:
+                case Kind::eQuery:
                     result.fInsert(it.aKey());
                     break;
-                default:
+                case Kind::eUp:
+                    vcTrimLastComponent(result, removed);
                     break;
+                default:
+                    break;  // current directory, root of the host, misplaced anchors
             }
         }
-    } else {
-        result = base;
-    }
-    vPathComponent removed;
-    vPathComponentListIter it(rel);
-    while (it.fAdvance()) {
-        switch (it.aKey().fComponentType()) {
-            case Kind::eName:
-            case Kind::eShare:
-            case Kind::ePort:
-            case Kind::eFragment:
-            case Kind::eQuery:
-                result.fInsert(it.aKey());
-                break;
-            case Kind::eUp:
-                vcTrimLastComponent(result, removed);
-                break;
-            default:
-                break;  // current directory, root of the host, misplaced anchors
-        }
-    }
-    result.fSetTrailingSeparator(rel.fTrailingSeparator());
-    out = result;
+        result.fSetTrailingSeparator(rel.fTrailingSeparator());
+    });
 }
 
 void vcMakeRelative(bool /*flag*/, const vPathComponentList& from, const vPathComponentList& to,
                     vPathComponentList& out) {
-    vPathComponentList result;
+    // Worked out on pointers into from and to, then written into out in one pass.
+    PointerSequence result;
     if (!vcIsRelative(from) && !vcIsRelative(to)) {
         // Skip the common beginning.
         vPathComponentListIter fromIt(from);
@@ -185,7 +248,7 @@ void vcMakeRelative(bool /*flag*/, const vPathComponentList& from, const vPathCo
         for (bool climbing = true; moreFrom && climbing; moreFrom = fromIt.fAdvance()) {
             switch (fromIt.aKey().fComponentType()) {
                 case Kind::eName:
-                    vpUpOneLevel(result);
+                    upOneLevel(result);
                     break;
                 case Kind::eCurrent:
                 case Kind::ePort:
@@ -208,49 +271,58 @@ void vcMakeRelative(bool /*flag*/, const vPathComponentList& from, const vPathCo
                 case Kind::eDrive:
                 case Kind::eServer:
                     // An anchor in the target: the result is absolute from here on.
-                    result.fClearAndDestroy();
-                    result.fInsert(c);
+                    result.items.clear();
+                    result.items.push_back(&c);
                     break;
                 case Kind::eUp:
-                    vpUpOneLevel(result);
+                    upOneLevel(result);
                     break;
                 case Kind::eCurrent:
                     break;
                 default:
-                    result.fInsert(c);
+                    result.items.push_back(&c);
                     break;
             }
         }
     }
-    if (result.fEntries() == 0) result.fInsert(vpcHostComponent(Kind::eCurrent));
-    result.fSetTrailingSeparator(to.fTrailingSeparator());
-    out = result;
+    static const vPathComponent current = vpcHostComponent(Kind::eCurrent);
+    if (result.items.empty()) result.items.push_back(&current);
+    const bool trailing = to.fTrailingSeparator();
+    if (&out == &from || &out == &to) {
+        vPathComponentList aside;
+        writeSequence(result, aside);
+        out = aside;
+    } else {
+        writeSequence(result, out);
+    }
+    out.fSetTrailingSeparator(trailing);
 }
 
 void vcMakeReference(const vPathComponentList& full, const vPathComponentList& rel,
                      vPathComponentList& out) {
-    vPathComponentList result;
-    if (!vcIsRelative(full) && vcIsRelative(rel)) {
-        vComponentType::TypeEnum firstKind = Kind::eName;
-        if (rel.fEntries() == 1 && vpcFirstKind(rel, firstKind) && firstKind == Kind::eCurrent) {
-            result = full;
-        } else if (full.fEntries() > rel.fEntries()) {
-            // full must be some directory followed by exactly the components of rel.
-            size_t keep = full.fEntries() - rel.fEntries();
-            vPathComponentListIter fullIt(full);
-            vPathComponentListIter relIt(rel);
-            for (size_t i = 0; i < keep && fullIt.fAdvance(); ++i)
-                result.fInsert(fullIt.aKey());
-            while (fullIt.fAdvance() && relIt.fAdvance()) {
-                if (fullIt.aKey() != relIt.aKey()) {
-                    result.fClearAndDestroy();
-                    break;
+    buildInto(out, &out == &full || &out == &rel, [&](vPathComponentList& result) {
+        if (!vcIsRelative(full) && vcIsRelative(rel)) {
+            vComponentType::TypeEnum firstKind = Kind::eName;
+            if (rel.fEntries() == 1 && vpcFirstKind(rel, firstKind) &&
+                firstKind == Kind::eCurrent) {
+                result = full;
+            } else if (full.fEntries() > rel.fEntries()) {
+                // full must be some directory followed by exactly the components of rel.
+                size_t keep = full.fEntries() - rel.fEntries();
+                vPathComponentListIter fullIt(full);
+                vPathComponentListIter relIt(rel);
+                for (size_t i = 0; i < keep && fullIt.fAdvance(); ++i)
+                    result.fInsert(fullIt.aKey());
+                while (fullIt.fAdvance() && relIt.fAdvance()) {
+                    if (fullIt.aKey() != relIt.aKey()) {
+                        result.fClearAndDestroy();
+                        break;
+                    }
                 }
             }
         }
-    }
-    result.fSetTrailingSeparator(true);
-    out = result;
+        result.fSetTrailingSeparator(true);
+    });
 }
 
 bool vcValidPath(vPathType::TypeEnum notation, const vPathComponentList& list) {

@@ -57,8 +57,16 @@ bool escapes(const Notation& n, vComponentType::TypeEnum kind) {
 bool dosNeedsEscape(unsigned char c) {
     if (c < 0x20 || c == 0x7f) return true;
     switch (c) {
-        case '%': case '\\': case '/': case ':': case '*':
-        case '?': case '"': case '<': case '>': case '|':
+        case '%':
+        case '\\':
+        case '/':
+        case ':':
+        case '*':
+        case '?':
+        case '"':
+        case '<':
+        case '>':
+        case '|':
             return true;
         default:
             return false;
@@ -215,6 +223,18 @@ vPathComponent::vPathComponent(vPathType::TypeEnum notation, vComponentType::Typ
 }
 
 vPathComponent::~vPathComponent() = default;
+
+void vPathComponent::fSet(vPathType::TypeEnum notation, vComponentType::TypeEnum kind,
+                          const char* text, size_t length) {
+    Notation n = vfc::path::classify(notation);
+    aPathType = n.value;
+    aComponentType = kind;
+    if (!hasText(kind)) length = 0;
+    if (n.flagged && length > 0 && escapes(n, kind))
+        aTextValue = unescape(n, vString(text, length));
+    else
+        aTextValue.replace(0, aTextValue.length(), text, length);
+}
 
 vString& vPathComponent::fComponent(vPathType::TypeEnum notation, vString& out) const {
     Notation n = vfc::path::classify(notation);

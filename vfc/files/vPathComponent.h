@@ -33,6 +33,10 @@ class VFC_API vPathComponent : public RWCollectable {
     vPathComponent(vPathType::TypeEnum notation, vComponentType::TypeEnum kind,
                    const vString& text);
     vPathComponent(const vPathComponent& other) = default;
+    // Makes this component what the constructor would make of (notation, kind, the length
+    // bytes at text), reusing the text's buffer when it is not shared.
+    void fSet(vPathType::TypeEnum notation, vComponentType::TypeEnum kind, const char* text,
+              size_t length);
     vPathComponent& operator=(const vPathComponent& other) = default;
     ~vPathComponent() override;
 

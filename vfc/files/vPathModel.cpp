@@ -49,24 +49,40 @@ bool isDefaultPort(string_view scheme, string_view port) {
         const char* scheme;
         const char* port;
     };
-    static const Entry kPorts[] = {{"http", "80"},   {"https", "443"},  {"ftp", "21"},
-                                   {"telnet", "23"}, {"gopher", "70"},  {"smtp", "25"},
-                                   {"mailto", "25"}, {"nntp", "119"},   {"news", "119"}};
+    static const Entry kPorts[] = {{"http", "80"},   {"https", "443"}, {"ftp", "21"},
+                                   {"telnet", "23"}, {"gopher", "70"}, {"smtp", "25"},
+                                   {"mailto", "25"}, {"nntp", "119"},  {"news", "119"}};
     for (const Entry& e : kPorts)
         if (port == e.port && equalsNoCase(scheme, e.scheme)) return true;
     return false;
 }
 
-// Appends components to a list, in the notation as given (flagged or not), so that the
-// component undoes the notation's escapes.
+// Fills a list with components, in the notation as given (flagged or not), so that the
+// component undoes the notation's escapes. The list's own components are reused first, so that
+// listing path after path into one list does not allocate once the list has grown.
 class Builder {
   public:
     Builder(vPathType::TypeEnum notation, vPathComponentList& out)
-        : aNotation(notation), aOut(out) {}
+        : aNotation(notation), aOut(out), aReuse(out) {
+        aOut.fSetTrailingSeparator(false);
+    }
+    Builder(const Builder&) = delete;
+    Builder& operator=(const Builder&) = delete;
+    // Drops the components that were not reused.
+    ~Builder() {
+        while (aOut.fEntries() > aUsed)
+            aOut.fDeleteLast();
+    }
 
     void add(Kind kind, string_view text = {}) {
-        aOut.fInsertReference(
-            new vPathComponent(aNotation, kind, vString(text.data(), text.size())));
+        ++aUsed;
+        if (aReusing && (aReusing = aReuse.fAdvance())) {
+            aReuse.aKey().fSet(aNotation, kind, text.data(), text.size());
+            return;
+        }
+        auto* c = new vPathComponent;
+        c->fSet(aNotation, kind, text.data(), text.size());
+        aOut.fInsertReference(c);
     }
 
     // Entries separated by sep; empty ones are dropped, "." and ".." are the current directory
@@ -97,6 +113,9 @@ class Builder {
   private:
     vPathType::TypeEnum aNotation;
     vPathComponentList& aOut;
+    vPathComponentListIter aReuse;
+    bool aReusing = true;
+    size_t aUsed = 0;
 };
 
 // A "/" that ends the path is the list's flag, except before a query or fragment: the flag is
@@ -184,12 +203,24 @@ void parseMIF(Builder& b, string_view s, bool escapedMarkers) {
             s.substr(pos + 2, markerLength - 2) == (escapedMarkers ? "\\>" : ">")) {
             marker = true;
             switch (s[pos + 1]) {
-                case 'r': kind = vComponentType::eRoot; break;
-                case 'v': kind = vComponentType::eDrive; break;
-                case 'h': kind = vComponentType::eServer; break;
-                case 'c': kind = vComponentType::eName; break;
-                case 'u': kind = vComponentType::eUp; break;
-                default: marker = false; break;
+                case 'r':
+                    kind = vComponentType::eRoot;
+                    break;
+                case 'v':
+                    kind = vComponentType::eDrive;
+                    break;
+                case 'h':
+                    kind = vComponentType::eServer;
+                    break;
+                case 'c':
+                    kind = vComponentType::eName;
+                    break;
+                case 'u':
+                    kind = vComponentType::eUp;
+                    break;
+                default:
+                    marker = false;
+                    break;
             }
         }
         if (marker && (kind == vComponentType::eRoot || kind == vComponentType::eUp)) {
@@ -261,8 +292,7 @@ void parseAfterAuthorityMark(Builder& b, string_view scheme, string_view rest) {
         endWithSlash(b, slash, t.hasQuery || t.hasFragment);
     } else if (!p.empty() && p[0] == '/') {
         p.remove_prefix(1);
-        if (equalsNoCase(scheme, "file") && startsWithDrive(p) &&
-            (p.size() == 2 || p[2] == '/')) {
+        if (equalsNoCase(scheme, "file") && startsWithDrive(p) && (p.size() == 2 || p[2] == '/')) {
             b.add(vComponentType::eDrive, p.substr(0, 2));
             p.remove_prefix(2);
         } else {
@@ -303,8 +333,8 @@ void parseURL(Builder& b, string_view s) {
     // aURLType3Template: a scheme ("^[^:/]+:"). A one-letter scheme is a drive instead: no
     // scheme has one letter, and DOS paths turn up where URLs are expected.
     size_t colon = s.find(':');
-    bool schemed = colon != string_view::npos && colon > 0 &&
-                   s.find('/') > colon && !(colon == 1 && isLetter(s[0]));
+    bool schemed = colon != string_view::npos && colon > 0 && s.find('/') > colon &&
+                   !(colon == 1 && isLetter(s[0]));
     if (!schemed) {
         Tail t = splitTail(s);
         string_view p = t.path;
@@ -313,8 +343,7 @@ void parseURL(Builder& b, string_view s) {
             size_t end = p.find('/', 2);
             b.add(vComponentType::eHost, p.substr(2, end == string_view::npos ? end : end - 2));
             bool afterSeparator = end != string_view::npos;
-            parseURLPath(b, t, afterSeparator ? p.substr(end + 1) : string_view(),
-                         afterSeparator);
+            parseURLPath(b, t, afterSeparator ? p.substr(end + 1) : string_view(), afterSeparator);
         } else if (!p.empty() && p[0] == '/') {
             b.add(vComponentType::eCurrentRoot);
             parseURLPath(b, t, p.substr(1), false);
@@ -403,15 +432,26 @@ void parse(vPathType::TypeEnum notation, string_view s, vPathComponentList& out)
 // whether it is the last one.
 template <class Visit>
 void walk(vPathType::TypeEnum notation, const vPathComponentList& in, Visit visit) {
+    const bool flagged = vfc::path::classify(notation).flagged;
     vPathComponentListIter it(in);
-    vString text;
+    vString escaped;
     size_t i = 0;
     const size_t n = in.fEntries();
     while (it.fAdvance()) {
         const vPathComponent& c = it.aKey();
-        c.fComponent(notation, text);
+        const vString& text = flagged ? c.fComponent(notation, escaped) : c.aText();
         visit(c.fComponentType(), text, ++i == n);
     }
+}
+
+// Room for the texts and a few separator bytes per component, so that writing a path does not
+// grow the output string step by step.
+size_t roughLength(const vPathComponentList& in) {
+    size_t length = 0;
+    vPathComponentListIter it(in);
+    while (it.fAdvance())
+        length += it.aKey().aText().length() + 4;
+    return length + 8;
 }
 
 // DOS, UNIX and the portable notation: entries joined with "/".
@@ -471,7 +511,7 @@ void generateSlashed(vPathType::TypeEnum notation, Member member, bool portable,
 }
 
 void generateMac(vPathType::TypeEnum notation, const vPathComponentList& in, vString& out) {
-    bool anchored = false;    // a volume or a root has been seen
+    bool anchored = false;     // a volume or a root has been seen
     bool rootPending = false;  // a root was seen: the next name stands for the volume
     bool lastIsVolume = false;
     Kind lastKind = vComponentType::eName;
@@ -662,8 +702,6 @@ void vcListComponents(vPathType::TypeEnum notation, const vString& path, vPathCo
                       bool isDirectory) {
     vHashvStringvPathComponentList& cache = listCache();
     if (cache.fEntries() > kCacheLimit) cache.fClearAndDestroy();
-    out.fClearAndDestroy();
-    out.fSetTrailingSeparator(false);
     if (notation == vPathType::eHost && cache.fLookup(path)) {
         out = cache.aValue();
     } else {
@@ -673,9 +711,9 @@ void vcListComponents(vPathType::TypeEnum notation, const vString& path, vPathCo
     if (isDirectory) out.fSetTrailingSeparator(true);
 }
 
-vString& vcGeneratePath(vPathType::TypeEnum notation, const vPathComponentList& in,
-                        vString& out) {
-    out = vString();
+vString& vcGeneratePath(vPathType::TypeEnum notation, const vPathComponentList& in, vString& out) {
+    out.remove(0);
+    out.reserve(roughLength(in));
     Notation n = vfc::path::classify(notation);
     switch (n.family) {
         case Family::kFileSystem:

@@ -66,6 +66,7 @@ bench:
 	$(BUILD)-bench/bench/string_bench
 	$(BUILD)-bench/bench/regex_bench
 	$(BUILD)-bench/bench/collections_bench
+	$(BUILD)-bench/bench/path_bench
 	@if [ -x $(BUILD)-bench/bench/persist_bench ]; then $(BUILD)-bench/bench/persist_bench; \
 	else echo "persist_bench not built (Boost.Serialization missing)"; fi
 
@@ -73,13 +74,16 @@ fuzz:
 	cmake -G Ninja -S . -B $(BUILD)-fuzz -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=RelWithDebInfo \
 	    -DVFC_SHARED=OFF -DVFC_BUILD_FUZZ=ON -DVFC_BUILD_TESTS=OFF -DVFC_BUILD_TOOLS=OFF
 	cmake --build $(BUILD)-fuzz -j $(JOBS)
-	mkdir -p $(BUILD)-fuzz/corpus/regexp $(BUILD)-fuzz/corpus/pstream $(BUILD)-fuzz/corpus/args
+	mkdir -p $(BUILD)-fuzz/corpus/regexp $(BUILD)-fuzz/corpus/pstream $(BUILD)-fuzz/corpus/args \
+	    $(BUILD)-fuzz/corpus/path
 	$(BUILD)-fuzz/fuzz/regexp_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=512 \
 	    $(BUILD)-fuzz/corpus/regexp fuzz/corpus/regexp
 	$(BUILD)-fuzz/fuzz/pstream_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=4096 \
 	    -rss_limit_mb=1024 -malloc_limit_mb=256 $(BUILD)-fuzz/corpus/pstream fuzz/corpus/pstream
 	$(BUILD)-fuzz/fuzz/args_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=1024 \
 	    $(BUILD)-fuzz/corpus/args fuzz/corpus/args
+	$(BUILD)-fuzz/fuzz/path_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=512 \
+	    $(BUILD)-fuzz/corpus/path fuzz/corpus/path
 
 install: build
 	cmake --install $(BUILD) --prefix $(PREFIX)

@@ -82,6 +82,11 @@ class vTypedList : public RWCollectable {
     // Unlinks every element without destroying it (they are then owned elsewhere); true.
     bool fClear();
     bool fClearAndDestroy();
+    // Destroys the elements from position n on, in one pass; nothing is current afterwards.
+    void fDestroyFrom(size_t n) {
+        aCurrent = nullptr;
+        aList.destroyFrom(n);
+    }
 
     // Intersection and union with the list operators' semantics: fAndEquals destroys the
     // elements that other does not contain, fOrEquals appends copies of other's elements that

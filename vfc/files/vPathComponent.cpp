@@ -257,6 +257,9 @@ vString& vPathComponent::fComponent(vPathType::TypeEnum notation, vString& out) 
         case Family::kPortable:
             out = aTextValue;
             vStringUtils::sfURLEncode(out);
+            // A colon could otherwise be read back as the end of a scheme.
+            for (size_t at = out.first(':'); at != RW_NPOS; at = out.index(":", at + 3))
+                out.replace(at, 1, "%3a");
             break;
         case Family::kUnknown:
             out = aTextValue;

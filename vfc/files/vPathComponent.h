@@ -6,14 +6,15 @@
 // Kinds without text (root, root of the current drive, up, current) always hold an empty text.
 // Escaping of the flagged notations:
 //   DOS       names only: "%", control characters and \ / : * ? " < > | as "%" + two lower-case
-//             hex digits; any "%" + two hex digits is undone
+//             hex digits; any "%" + two hex digits is undone except "%00"
 //   Mac       drives and names: ":" is written as "/" and "/" read as ":"
 //   MIF       every text: "\" and ">" get a backslash in front; a backslash takes the next
 //             character literally
 //   MIF in a MIF string: "\" and ">" as "\\\\" and "\\\>" (the MIF escape, escaped once more
 //             for the string), bytes from 0x80 as "\xhh "; both are undone, as is "\>"
-//   URL and portable: names, shares and fragments are URL-encoded (vStringUtils::sfURLEncode)
-//             and decoded; schemes, hosts, ports, drives and queries stand as written
+//   URL and portable: names, shares and fragments are URL-encoded (vStringUtils::sfURLEncode,
+//             and ":" as "%3a") and decoded; schemes, hosts, ports, drives and queries stand
+//             as written
 //   UNIX      no escapes
 #ifndef VFC_FILES_VPATHCOMPONENT_H
 #define VFC_FILES_VPATHCOMPONENT_H

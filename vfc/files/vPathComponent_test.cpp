@@ -24,8 +24,8 @@ TEST(vPathComponentTest, NotationsNormalise) {
         bool flagged;
     };
     // The host member of each family is the UNIX member here.
-    const Case cases[] = {{0, 3, false},  {20, 3, true},  {24, 7, true}, {37, 17, true},
-                          {39, 19, true}, {3, 3, false},  {1, 1, false}, {21, 1, true},
+    const Case cases[] = {{0, 3, false},   {20, 3, true},  {24, 7, true}, {37, 17, true},
+                          {39, 19, true},  {3, 3, false},  {1, 1, false}, {21, 1, true},
                           {16, 19, false}, {40, 40, false}};
     for (const Case& c : cases) {
         T::TypeEnum out;
@@ -51,8 +51,7 @@ TEST(vPathComponentTest, TextIsKeptUnescapedAndWrittenEscaped) {
     // DOS escapes names only; a host or a drive keeps its text.
     EXPECT_EQ(vPathComponent(T::eDOSFlagged, K::eName, "x%3a%2A").aText(), "x:*");
     EXPECT_EQ(vPathComponent(T::eDOSFlagged, K::eServer, "x%3a").aText(), "x%3a");
-    EXPECT_EQ(vPathComponent(T::eUNIX, K::eName, "q?%").fComponent(T::eDOSFlagged, out),
-              "q%3f%25");
+    EXPECT_EQ(vPathComponent(T::eUNIX, K::eName, "q?%").fComponent(T::eDOSFlagged, out), "q%3f%25");
     // URL queries and hosts stand as written.
     EXPECT_EQ(vPathComponent(T::eURLUNIXFlagged, K::eQuery, "a%20b").aText(), "a%20b");
     EXPECT_EQ(vPathComponent(T::eUNIX, K::eQuery, "a b&c").fComponent(T::eURLUNIXFlagged, out),

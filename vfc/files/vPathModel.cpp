@@ -69,10 +69,7 @@ class Builder {
     Builder(const Builder&) = delete;
     Builder& operator=(const Builder&) = delete;
     // Drops the components that were not reused.
-    ~Builder() {
-        while (aOut.fEntries() > aUsed)
-            aOut.fDeleteLast();
-    }
+    ~Builder() { aOut.fDestroyFrom(aUsed); }
 
     void add(Kind kind, string_view text = {}) {
         ++aUsed;
@@ -287,8 +284,10 @@ void parseAfterAuthorityMark(Builder& b, string_view scheme, string_view rest) {
         size_t end = p.find('/', 3);
         if (end == string_view::npos) end = p.size();
         b.add(vComponentType::eServer, p.substr(3, end - 3));
-        p = end < p.size() ? p.substr(end + 1) : string_view();
-        bool slash = b.entries(p, '/', true, vComponentType::eShare);
+        bool afterSeparator = end < p.size();
+        p = afterSeparator ? p.substr(end + 1) : string_view();
+        bool slash =
+            b.entries(p, '/', true, vComponentType::eShare) || (p.empty() && afterSeparator);
         endWithSlash(b, slash, t.hasQuery || t.hasFragment);
     } else if (!p.empty() && p[0] == '/') {
         p.remove_prefix(1);
@@ -332,8 +331,9 @@ string_view takeDrive(Builder& b, string_view p) {
 void parseURL(Builder& b, string_view s) {
     // aURLType3Template: a scheme ("^[^:/]+:"). A one-letter scheme is a drive instead: no
     // scheme has one letter, and DOS paths turn up where URLs are expected.
+    // A scheme holds no "/", "?" or "#", so a colon in a query or fragment is not its end.
     size_t colon = s.find(':');
-    bool schemed = colon != string_view::npos && colon > 0 && s.find('/') > colon &&
+    bool schemed = colon != string_view::npos && colon > 0 && s.find_first_of("/?#") > colon &&
                    !(colon == 1 && isLetter(s[0]));
     if (!schemed) {
         Tail t = splitTail(s);
@@ -379,11 +379,13 @@ void parsePortable(Builder& b, string_view s) {
     Tail t = splitTail(s);
     string_view p = t.path;
     Kind firstKind = vComponentType::eName;
+    bool afterServer = false;  // a "/" followed the server
     if (p.size() > 2 && p.substr(0, 2) == "//" && p[2] != '/') {
         size_t end = p.find('/', 2);
         if (end == string_view::npos) end = p.size();
         b.add(vComponentType::eServer, p.substr(2, end - 2));
-        p = end < p.size() ? p.substr(end + 1) : string_view();
+        afterServer = end < p.size();
+        p = afterServer ? p.substr(end + 1) : string_view();
         firstKind = vComponentType::eShare;
     } else if (!p.empty() && p[0] == '/') {
         b.add(vComponentType::eRoot);
@@ -391,7 +393,7 @@ void parsePortable(Builder& b, string_view s) {
     } else {
         p = takeDrive(b, p);
     }
-    bool slash = b.entries(p, '/', true, firstKind);
+    bool slash = b.entries(p, '/', true, firstKind) || (p.empty() && afterServer);
     endWithSlash(b, slash, t.hasQuery || t.hasFragment);
     addTail(b, t);
 }
@@ -611,6 +613,7 @@ void generateMIF(vPathType::TypeEnum notation, bool escapedMarkers, const vPathC
 void generateURL(vPathType::TypeEnum notation, const vPathComponentList& in, vString& out) {
     bool needSep = false;
     bool schemeWritten = false;
+    bool schemePending = false;  // its "://" or ":" waits for the next component
     vString scheme;
     auto entry = [&](const char* s, size_t n) {
         if (needSep) out.append('/');
@@ -623,13 +626,25 @@ void generateURL(vPathType::TypeEnum notation, const vPathComponentList& in, vSt
         scheme = "file";
         schemeWritten = true;
     };
+    // "scheme://" before a host or an absolute path and at the end, "scheme:" before a relative
+    // path (and always for news and mailto).
+    auto endScheme = [&](Kind next, bool atEnd) {
+        if (!schemePending) return;
+        schemePending = false;
+        bool authority = atEnd || next == vComponentType::eHost || next == vComponentType::eRoot ||
+                         next == vComponentType::eDrive || next == vComponentType::eServer ||
+                         next == vComponentType::ePort || next == vComponentType::eScheme ||
+                         next == vComponentType::eCurrentRoot;
+        out.append(authority && !isOpaqueScheme(scheme.view()) ? "://" : ":");
+    };
     walk(notation, in, [&](Kind kind, const vString& text, bool) {
+        endScheme(kind, false);
         switch (kind) {
             case vComponentType::eScheme:
                 out.append(text);
-                out.append(isOpaqueScheme(text.view()) ? ":" : "://");
                 scheme = text;
                 schemeWritten = true;
+                schemePending = true;
                 needSep = false;
                 break;
             case vComponentType::eHost:
@@ -687,6 +702,7 @@ void generateURL(vPathType::TypeEnum notation, const vPathComponentList& in, vSt
                 break;
         }
     });
+    endScheme(vComponentType::eName, true);
 }
 
 vHashvStringvPathComponentList& listCache() {

@@ -25,7 +25,8 @@ class PathMaker {
         std::string alphabet = plain + extra;
         std::string s;
         int n = 1 + pick(8);
-        for (int i = 0; i < n; ++i) s += alphabet[pick(static_cast<int>(alphabet.size()))];
+        for (int i = 0; i < n; ++i)
+            s += alphabet[pick(static_cast<int>(alphabet.size()))];
         if (pick(3) == 0) s += ".txt";
         return s;
     }
@@ -48,7 +49,8 @@ class PathMaker {
 std::string escapeEach(const std::string& raw, const std::string& special,
                        std::string (*escape)(char)) {
     std::string out;
-    for (char c : raw) out += special.find(c) != std::string::npos ? escape(c) : std::string(1, c);
+    for (char c : raw)
+        out += special.find(c) != std::string::npos ? escape(c) : std::string(1, c);
     return out;
 }
 
@@ -60,8 +62,8 @@ std::string percent(char c) {
 
 struct Family {
     const char* what;
-    std::string extra;                // characters a flagged name may hold
-    std::string (*escape)(char);      // how the flagged notation writes them
+    std::string extra;            // characters a flagged name may hold
+    std::string (*escape)(char);  // how the flagged notation writes them
 };
 
 // One name as written in the notation: plain names, or for a flagged notation names with
@@ -73,7 +75,8 @@ std::string writtenName(PathMaker& m, bool flagged, const Family& f) {
 
 std::string join(const std::vector<std::string>& parts, const std::string& sep) {
     std::string out;
-    for (size_t i = 0; i < parts.size(); ++i) out += (i ? sep : "") + parts[i];
+    for (size_t i = 0; i < parts.size(); ++i)
+        out += (i ? sep : "") + parts[i];
     return out;
 }
 
@@ -88,12 +91,17 @@ std::vector<std::string> slashEntries(PathMaker& m, bool flagged, const Family& 
 
 std::string makeDOS(PathMaker& m, bool flagged, const Family& f) {
     switch (m.pick(5)) {
-        case 0: return "C:";
-        case 1: return "d:/" + join(slashEntries(m, flagged, f, false), "/");
-        case 2: return "\\\\server" + std::to_string(m.pick(9)) + "/" +
-                       join(slashEntries(m, flagged, f, false), "/");
-        case 3: return "/" + join(slashEntries(m, flagged, f, true), "/");
-        default: return join(slashEntries(m, flagged, f, false), "/");
+        case 0:
+            return "C:";
+        case 1:
+            return "d:/" + join(slashEntries(m, flagged, f, false), "/");
+        case 2:
+            return "\\\\server" + std::to_string(m.pick(9)) + "/" +
+                   join(slashEntries(m, flagged, f, false), "/");
+        case 3:
+            return "/" + join(slashEntries(m, flagged, f, true), "/");
+        default:
+            return join(slashEntries(m, flagged, f, false), "/");
     }
 }
 
@@ -105,7 +113,8 @@ std::string makeUNIX(PathMaker& m, bool flagged, const Family& f) {
 std::string makeMac(PathMaker& m, bool flagged, const Family& f) {
     std::vector<std::string> items;  // names; an empty item is up one level
     int n = m.pick(5);
-    for (int i = 0; i < n; ++i) items.push_back(m.pick(6) == 0 ? "" : writtenName(m, flagged, f));
+    for (int i = 0; i < n; ++i)
+        items.push_back(m.pick(6) == 0 ? "" : writtenName(m, flagged, f));
     bool finalUp = !items.empty() && items.back().empty();
     std::string path;
     if (m.pick(2) == 0) {
@@ -139,14 +148,21 @@ std::string makeURL(PathMaker& m, bool flagged, const Family& f) {
     std::string body = join(slashEntries(m, flagged, f, true), "/");
     std::string slash = !body.empty() && m.pick(3) == 0 ? "/" : "";
     switch (m.pick(7)) {
-        case 0: return "http://www.example.org" + std::string(body.empty() ? "" : "/") + body +
-                       slash + makeTail(m);
-        case 1: return "https://h" + std::to_string(m.pick(9)) + ":8443/" + body + makeTail(m);
-        case 2: return "file:///C:/" + body;
-        case 3: return "file://///server/share/" + body;
-        case 4: return "mailto:someone" + std::to_string(m.pick(99)) + "@example.org";
-        case 5: return "/" + body + slash + makeTail(m);
-        default: return body.empty() ? "." : body + slash + makeTail(m);
+        case 0:
+            return "http://www.example.org" + std::string(body.empty() ? "" : "/") + body + slash +
+                   makeTail(m);
+        case 1:
+            return "https://h" + std::to_string(m.pick(9)) + ":8443/" + body + makeTail(m);
+        case 2:
+            return "file:///C:/" + body;
+        case 3:
+            return "file://///server/share/" + body;
+        case 4:
+            return "mailto:someone" + std::to_string(m.pick(99)) + "@example.org";
+        case 5:
+            return "/" + body + slash + makeTail(m);
+        default:
+            return body.empty() ? "." : body + slash + makeTail(m);
     }
 }
 
@@ -154,10 +170,14 @@ std::string makePortable(PathMaker& m, bool flagged, const Family& f) {
     std::string body = join(slashEntries(m, flagged, f, false), "/");
     std::string slash = m.pick(3) == 0 ? "/" : "";
     switch (m.pick(4)) {
-        case 0: return "//server/share/" + body + slash;
-        case 1: return "C:/" + body + makeTail(m);
-        case 2: return "/" + body + slash + makeTail(m);
-        default: return body + slash + makeTail(m);
+        case 0:
+            return "//server/share/" + body + slash;
+        case 1:
+            return "C:/" + body + makeTail(m);
+        case 2:
+            return "/" + body + slash + makeTail(m);
+        default:
+            return body + slash + makeTail(m);
     }
 }
 
@@ -193,14 +213,22 @@ TEST(vPathModelTest, OrdinaryPathsComeBackInEveryNotation) {
             std::string path;
             switch (family) {
                 case 0:
-                    path = member == 1 ? makeDOS(m, flagged, dos)
-                         : member == 2 ? makeMac(m, flagged, mac)
-                                       : makeUNIX(m, flagged, unix);
+                    path = member == 1   ? makeDOS(m, flagged, dos)
+                           : member == 2 ? makeMac(m, flagged, mac)
+                                         : makeUNIX(m, flagged, unix);
                     break;
-                case 1: path = makeMIF(m, flagged, mif, ">"); break;
-                case 2: path = makeMIF(m, flagged, mifString, "\\>"); break;
-                case 3: path = makeURL(m, flagged, url); break;
-                default: path = makePortable(m, flagged, url); break;
+                case 1:
+                    path = makeMIF(m, flagged, mif, ">");
+                    break;
+                case 2:
+                    path = makeMIF(m, flagged, mifString, "\\>");
+                    break;
+                case 3:
+                    path = makeURL(m, flagged, url);
+                    break;
+                default:
+                    path = makePortable(m, flagged, url);
+                    break;
             }
             vPathComponentList list;
             vcListComponents(static_cast<T::TypeEnum>(notation), path.c_str(), list);
@@ -280,6 +308,13 @@ TEST(vPathModelTest, TranslationTable) {
         {T::eUNIX, "a>b", T::eMIFUNIXFlagged, "<c>a\\>b"},
         {T::eUNIX, "a/b", T::eDOSFlagged, "a/b"},
         {T::eUNIX, "a*", T::eDOSFlagged, "a%2a"},
+        // Written back as read: a colon after "#", a scheme before a relative path, a
+        // directory on a UNC server, a colon in a flagged name.
+        {T::eURLUNIX, "index.html#sec:intro", T::eUNIX, "index.html"},
+        {T::eURLUNIX, "http:example.com:80/a", T::eURLUNIX, "http:example.com:80/a"},
+        {T::eURLUNIX, "file://///server/", T::eURLUNIX, "file://///server/"},
+        {T::ePortableUNIX, "//server/", T::ePortableUNIX, "//server/"},
+        {T::eURLUNIXFlagged, "abc%3ad", T::eURLUNIXFlagged, "abc%3ad"},
     };
     for (const Row& r : rows) {
         vString out("stale");

@@ -108,6 +108,27 @@ void RWSlistCollectables::clear() {
     count_ = 0;
 }
 
+void RWSlistCollectables::destroyFrom(size_t n) {
+    if (n >= count_) return;
+    if (n == 0) {
+        clearAndDestroy();
+        return;
+    }
+    Link* keep = head_;
+    for (size_t i = 1; i < n; ++i)
+        keep = keep->next;
+    Link* l = keep->next;
+    keep->next = nullptr;
+    tail_ = keep;
+    count_ = n;
+    while (l) {
+        Link* next = l->next;
+        delete l->item;
+        delete l;
+        l = next;
+    }
+}
+
 void RWSlistCollectables::clearAndDestroy() {
     while (head_)
         delete unlinkAfter(nullptr);

@@ -38,6 +38,8 @@ class VFC_API RWSlistCollectables : public RWCollection {
     RWCollectable* removeFirst();
     RWCollectable* removeLast();
     RWCollectable* removeAt(size_t i);
+    // Destroys the items at positions n and beyond, in one pass.
+    void destroyFrom(size_t n);
     // Whether p itself is in the list; removeReference unlinks it and returns it.
     bool containsReference(const RWCollectable* p) const;
     RWCollectable* removeReference(const RWCollectable* p);

@@ -137,7 +137,7 @@ const RWCSubString RWCString::operator()(const RWCRegexp& re, size_t start) cons
     return const_cast<RWCString&>(*this)(re, start);
 }
 
-RWCString& RWCString::append(char c, size_t n) {
+RWCString& RWCString::appendRepeated(char c, size_t n) {
     size_t len = length();
     reserveUnique(len + n);
     std::memset(p_ + len, static_cast<unsigned char>(c), n);

@@ -77,9 +77,25 @@ class VFC_API RWCString {
     const RWCSubString operator()(const RWCRegexp& re, size_t start = 0) const;
 
     RWCString& append(const char* s) { return append(s, s ? std::strlen(s) : 0); }
-    RWCString& append(const char* s, size_t n) { return replace(length(), 0, s, n); }
+    // Appends in place when the buffer is unshared and has room (the common case when a string
+    // is built piece by piece); the source may lie in this string, as it cannot overlap the end.
+    RWCString& append(const char* s, size_t n) {
+        if (n > 0 && hasRoomFor(n)) {
+            std::memcpy(p_ + rep()->len, s, n);
+            setLength(rep()->len + n);
+            return *this;
+        }
+        return replace(length(), 0, s, n);
+    }
     RWCString& append(const RWCString& s) { return append(s.data(), s.length()); }
-    RWCString& append(char c, size_t n = 1);
+    RWCString& append(char c, size_t n = 1) {
+        if (n == 1 && hasRoomFor(1)) {
+            p_[rep()->len] = c;
+            setLength(rep()->len + 1);
+            return *this;
+        }
+        return appendRepeated(c, n);
+    }
     RWCString& operator+=(const char* s) { return append(s); }
     RWCString& operator+=(const RWCString& s) { return append(s); }
     RWCString& operator+=(char c) { return append(c, 1); }
@@ -186,6 +202,16 @@ class VFC_API RWCString {
     void release() noexcept;
     // Makes the buffer unshared with room for cap bytes, keeping as much of the text as fits.
     void reserveUnique(size_t cap);
+    bool hasRoomFor(size_t n) const noexcept {
+        const Rep* r = rep();
+        return r != &empty_.rep && r->len + n <= r->cap &&
+               r->refs.load(std::memory_order_acquire) == 1;
+    }
+    void setLength(size_t n) noexcept {
+        p_[n] = '\0';
+        rep()->len = n;
+    }
+    RWCString& appendRepeated(char c, size_t n);
 
     char* p_;  // the bytes; the Rep header stands right before them
 };

@@ -456,42 +456,57 @@ size_t roughLength(const vPathComponentList& in) {
     return length + 8;
 }
 
-// DOS, UNIX and the portable notation: entries joined with "/".
-void generateSlashed(vPathType::TypeEnum notation, Member member, bool portable,
-                     const vPathComponentList& in, vString& out) {
-    bool needSep = false;
-    auto entry = [&](const char* s, size_t n) {
+// The entries of a path written with "/" between them: names, shares, ".." and ".".
+struct SlashEntries {
+    vString& out;
+    bool needSep = false;  // the next entry needs a "/" in front
+
+    void add(const char* s, size_t n) {
         if (needSep) out.append('/');
         out.append(s, n);
         needSep = true;
-    };
+    }
+    // Writes the component when it is an entry; false for every other kind.
+    bool write(Kind kind, const vString& text) {
+        switch (kind) {
+            case vComponentType::eName:
+            case vComponentType::eShare:
+                add(text.data(), text.length());
+                return true;
+            case vComponentType::eUp:
+                add("..", 2);
+                return true;
+            case vComponentType::eCurrent:
+                add(".", 1);
+                return true;
+            default:
+                return false;
+        }
+    }
+};
+
+// DOS, UNIX and the portable notation: entries joined with "/".
+void generateSlashed(vPathType::TypeEnum notation, Member member, bool portable,
+                     const vPathComponentList& in, vString& out) {
+    SlashEntries entries{out};
     walk(notation, in, [&](Kind kind, const vString& text, bool) {
+        if (entries.write(kind, text)) return;
         switch (kind) {
             case vComponentType::eRoot:
             case vComponentType::eCurrentRoot:
                 if (!out.fLastCharIsEqual('/') || out.isNull()) out.append('/');
-                needSep = false;
+                entries.needSep = false;
                 break;
             case vComponentType::eDrive:
                 if (member == Member::kUNIX && !portable) out.append('/');
                 out.append(text);
-                needSep = true;
+                entries.needSep = true;
                 break;
             case vComponentType::eServer:
             case vComponentType::eHost:
                 out.append(member == Member::kDOS && !portable ? "\\\\" : "//");
                 out.append(text);
-                needSep = true;
-                break;
-            case vComponentType::eName:
-            case vComponentType::eShare:
-                entry(text.data(), text.length());
-                break;
-            case vComponentType::eUp:
-                entry("..", 2);
-                break;
-            case vComponentType::eCurrent:
-                entry(".", 1);
+                entries.needSep = true;
                 break;
             case vComponentType::eQuery:
                 if (portable) {
@@ -507,6 +522,7 @@ void generateSlashed(vPathType::TypeEnum notation, Member member, bool portable,
                 break;
             case vComponentType::eScheme:
             case vComponentType::ePort:
+            default:  // the entries are written above
                 break;
         }
     });
@@ -611,15 +627,10 @@ void generateMIF(vPathType::TypeEnum notation, bool escapedMarkers, const vPathC
 }
 
 void generateURL(vPathType::TypeEnum notation, const vPathComponentList& in, vString& out) {
-    bool needSep = false;
+    SlashEntries entries{out};
     bool schemeWritten = false;
     bool schemePending = false;  // its "://" or ":" waits for the next component
     vString scheme;
-    auto entry = [&](const char* s, size_t n) {
-        if (needSep) out.append('/');
-        out.append(s, n);
-        needSep = true;
-    };
     auto fileScheme = [&] {
         if (schemeWritten) return;
         out.append("file://");
@@ -639,58 +650,49 @@ void generateURL(vPathType::TypeEnum notation, const vPathComponentList& in, vSt
     };
     walk(notation, in, [&](Kind kind, const vString& text, bool) {
         endScheme(kind, false);
+        if (entries.write(kind, text)) return;
         switch (kind) {
             case vComponentType::eScheme:
                 out.append(text);
                 scheme = text;
                 schemeWritten = true;
                 schemePending = true;
-                needSep = false;
+                entries.needSep = false;
                 break;
             case vComponentType::eHost:
                 if (!schemeWritten) out.append("//");
                 out.append(text);
-                needSep = true;
+                entries.needSep = true;
                 break;
             case vComponentType::ePort:
                 if (!isDefaultPort(scheme.view(), text.view())) {
                     out.append(':');
                     out.append(text);
                 }
-                needSep = true;
+                entries.needSep = true;
                 break;
             case vComponentType::eRoot:
                 out.append('/');
-                needSep = false;
+                entries.needSep = false;
                 break;
             case vComponentType::eCurrentRoot:
                 // After a host the next entry brings its own "/".
                 if (out.isNull()) {
                     out.append('/');
-                    needSep = false;
+                    entries.needSep = false;
                 }
                 break;
             case vComponentType::eDrive:
                 fileScheme();
                 out.append('/');
                 out.append(text);
-                needSep = true;
+                entries.needSep = true;
                 break;
             case vComponentType::eServer:
                 fileScheme();
                 out.append("///");
                 out.append(text);
-                needSep = true;
-                break;
-            case vComponentType::eName:
-            case vComponentType::eShare:
-                entry(text.data(), text.length());
-                break;
-            case vComponentType::eUp:
-                entry("..", 2);
-                break;
-            case vComponentType::eCurrent:
-                entry(".", 1);
+                entries.needSep = true;
                 break;
             case vComponentType::eQuery:
                 out.append('?');
@@ -699,6 +701,8 @@ void generateURL(vPathType::TypeEnum notation, const vPathComponentList& in, vSt
             case vComponentType::eFragment:
                 out.append('#');
                 out.append(text);
+                break;
+            default:  // the entries are written above
                 break;
         }
     });

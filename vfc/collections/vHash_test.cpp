@@ -12,34 +12,14 @@
 #include "vfc/collections/vVector.h"
 #include "vfc/core/vInt.h"
 #include "vfc/core/vString.h"
-#include "vfc/rw/RWFactory.h"
+#include "vfc/testing/CountedString.h"
 #include "vfc/rw/RWFile.h"
 #include "vfc/rw/RWpistream.h"
 #include "vfc/rw/RWpostream.h"
 
 namespace {
 
-constexpr RWClassID kCountedId = 0x7C01;
-
-// A string that counts its live instances. It is registered with the factory, so objects that a
-// stream reader creates are counted too.
-class Counted : public vString {
-  public:
-    static int live;
-    Counted() { ++live; }
-    explicit Counted(const char* s) : vString(s) { ++live; }
-    Counted(const Counted& other) : vString(other) { ++live; }
-    ~Counted() override { --live; }
-    RWCollectable* newSpecies() const override { return new Counted; }
-    RWCollectable* copy() const override { return new Counted(*this); }
-    RWClassID isA() const override { return kCountedId; }
-};
-int Counted::live = 0;
-
-RWCollectable* makeCounted() {
-    return new Counted;
-}
-const vfc::rw::FactoryRegistration countedRegistration(&makeCounted, kCountedId);
+using vfc::testing::Counted;
 
 std::string text(const RWCollectable* p) {
     return p ? static_cast<const vString*>(p)->data() : "<null>";

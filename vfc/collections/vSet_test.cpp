@@ -11,32 +11,13 @@
 #include "vfc/collections/vTable.h"
 #include "vfc/collections/vTableIterator.h"
 #include "vfc/core/vString.h"
-#include "vfc/rw/RWFactory.h"
+#include "vfc/testing/CountedString.h"
 #include "vfc/rw/RWpistream.h"
 #include "vfc/rw/RWpostream.h"
 
 namespace {
 
-constexpr RWClassID kCountedId = 0x7C02;
-
-// A string that counts its live instances, registered so that restored objects count too.
-class Counted : public vString {
-  public:
-    static int live;
-    Counted() { ++live; }
-    explicit Counted(const char* s) : vString(s) { ++live; }
-    Counted(const Counted& other) : vString(other) { ++live; }
-    ~Counted() override { --live; }
-    RWCollectable* newSpecies() const override { return new Counted; }
-    RWCollectable* copy() const override { return new Counted(*this); }
-    RWClassID isA() const override { return kCountedId; }
-};
-int Counted::live = 0;
-
-RWCollectable* makeCounted() {
-    return new Counted;
-}
-const vfc::rw::FactoryRegistration countedRegistration(&makeCounted, kCountedId);
+using vfc::testing::Counted;
 
 template <class Collection, class Iterator>
 std::string join(const Collection& c) {

@@ -430,19 +430,17 @@ void parse(vPathType::TypeEnum notation, string_view s, vPathComponentList& out)
 
 // ---- generators ------------------------------------------------------------------------------
 
-// Walks a list for a generator: the component, its text as the target notation writes it, and
-// whether it is the last one.
+// Walks a list for a generator: the kind of each component and its text as the target notation
+// writes it.
 template <class Visit>
 void walk(vPathType::TypeEnum notation, const vPathComponentList& in, Visit visit) {
     const bool flagged = vfc::path::classify(notation).flagged;
     vPathComponentListIter it(in);
     vString escaped;
-    size_t i = 0;
-    const size_t n = in.fEntries();
     while (it.fAdvance()) {
         const vPathComponent& c = it.aKey();
         const vString& text = flagged ? c.fComponent(notation, escaped) : c.aText();
-        visit(c.fComponentType(), text, ++i == n);
+        visit(c.fComponentType(), text);
     }
 }
 
@@ -489,7 +487,7 @@ struct SlashEntries {
 void generateSlashed(vPathType::TypeEnum notation, Member member, bool portable,
                      const vPathComponentList& in, vString& out) {
     SlashEntries entries{out};
-    walk(notation, in, [&](Kind kind, const vString& text, bool) {
+    walk(notation, in, [&](Kind kind, const vString& text) {
         if (entries.write(kind, text)) return;
         switch (kind) {
             case vComponentType::eRoot:
@@ -534,7 +532,7 @@ void generateMac(vPathType::TypeEnum notation, const vPathComponentList& in, vSt
     bool lastIsVolume = false;
     Kind lastKind = vComponentType::eName;
     size_t written = 0;  // components that put something into the path
-    walk(notation, in, [&](Kind kind, const vString& text, bool) {
+    walk(notation, in, [&](Kind kind, const vString& text) {
         switch (kind) {
             case vComponentType::eDrive:
             case vComponentType::eServer:
@@ -589,7 +587,7 @@ void generateMIF(vPathType::TypeEnum notation, bool escapedMarkers, const vPathC
     // A scheme is written only when no host or server follows it, which then names the machine.
     vPathComponentListIter ahead(in);
     ahead.fAdvance();
-    walk(notation, in, [&](Kind kind, const vString& text, bool) {
+    walk(notation, in, [&](Kind kind, const vString& text) {
         bool hostFollows = false;
         if (ahead.fAdvance()) {
             Kind next = ahead.aKey().fComponentType();
@@ -648,7 +646,7 @@ void generateURL(vPathType::TypeEnum notation, const vPathComponentList& in, vSt
                          next == vComponentType::eCurrentRoot;
         out.append(authority && !isOpaqueScheme(scheme.view()) ? "://" : ":");
     };
-    walk(notation, in, [&](Kind kind, const vString& text, bool) {
+    walk(notation, in, [&](Kind kind, const vString& text) {
         endScheme(kind, false);
         if (entries.write(kind, text)) return;
         switch (kind) {

@@ -71,6 +71,7 @@
 #include "vfc/text/vTemplates.h"
 
 #include "vfc/files/vComponentType.h"
+#include "vfc/files/vFile.h"
 #include "vfc/files/vPath.h"
 #include "vfc/files/vPathAlgebra.h"
 #include "vfc/files/vPathComponent.h"

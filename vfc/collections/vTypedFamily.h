@@ -21,10 +21,8 @@
 //
 // The hash members are not final: vArgList is a vHashvStringvString.
 //
-// Members over vFile, vLibrary and the file-reference components (vSlistvFile, vSetvFile,
-// vVectorvFile, vSlistvVectorvFile, vSlistvLibrary, vpSlistvpFRefCs, vHashvIntvFile,
-// vHashvStringvFile, vHashvStringvHvSvFile, vHashvFilevString, vHashvFilevInt,
-// vHashvFilevSetvInt, vHashvFilevSlvString) join the list when those element classes are added.
+// Members over vLibrary and the file-reference components (vSlistvLibrary, vpSlistvpFRefCs)
+// join the list when those element classes are added.
 #ifndef VFC_COLLECTIONS_VTYPEDFAMILY_H
 #define VFC_COLLECTIONS_VTYPEDFAMILY_H
 
@@ -40,6 +38,7 @@
 #include "vfc/core/vPair.h"
 #include "vfc/core/vString.h"
 #include "vfc/core/vVoid.h"
+#include "vfc/files/vFile.h"
 #include "vfc/files/vPath.h"
 #include "vfc/files/vPathComponentList.h"
 #include "vfc/persist/vClassIds.h"
@@ -55,14 +54,20 @@
     SET   (vSetvString,               vString)                           \
     VECTOR(vVectorvString,            vString)                           \
     HASH  (vHashvStringvString,       vString, vString)                  \
+    HASH  (vHashvIntvFile,            vInt,    vFile)                    \
     HASH  (vHashvStringvInt,          vString, vInt)                     \
     HASH  (vHashvStringvHvIvI,        vString, vHashvIntvInt)            \
     LIST  (vSlistvInt,                vInt)                              \
+    HASH  (vHashvStringvFile,         vString, vFile)                    \
     HASH  (vHashvIntvString,          vInt,    vString)                  \
+    LIST  (vSlistvFile,               vFile)                             \
+    SET   (vSetvFile,                 vFile)                             \
+    VECTOR(vVectorvFile,              vFile)                             \
     HASH  (vHashvStringvSlvString,    vString, vSlistvString)            \
     HASH  (vHashvStringvSetvString,   vString, vSetvString)              \
     HASH  (vHashvStringvHvSvS,        vString, vHashvStringvString)      \
     HASH  (vHashvStringvHvSvSlvS,     vString, vHashvStringvSlvString)   \
+    HASH  (vHashvStringvHvSvFile,     vString, vHashvStringvFile)        \
     HASH  (vHashvStringRWCollectable, vString, RWCollectable)            \
     HASH  (vHashvStringvRegExp,       vString, vRegExp)                  \
     VECTOR(vVectorvPair,              vPair)                             \
@@ -74,8 +79,10 @@
     HASH  (vHashvIntvHvSvS,           vInt,    vHashvStringvString)      \
     HASH  (vHashvIntvFloat,           vInt,    vFloat)                   \
     LIST  (vSlistvFloat,              vFloat)                            \
+    HASH  (vHashvFilevString,         vFile,   vString)                  \
     HASH  (vHashvIntvSetvString,      vInt,    vSetvString)              \
     HASH  (vHashvIntvSetvInt,         vInt,    vSetvInt)                 \
+    HASH  (vHashvFilevInt,            vFile,   vInt)                     \
     HASH  (vHashvIntvHvSvI,           vInt,    vHashvStringvInt)         \
     LIST  (vSlistvHvSvS,              vHashvStringvString)               \
     HASH  (vHashvStringvSetvInt,      vString, vSetvInt)                 \
@@ -85,9 +92,12 @@
     LIST  (vSlistvSlvS,               vSlistvString)                     \
     HASH  (vHashvIvHvIvString,        vInt,    vHashvIntvString)         \
     LIST  (vSlistvIntString,          vIntString)                        \
+    LIST  (vSlistvVectorvFile,        vVectorvFile)                      \
     HASH  (vHashvIntvSlistvString,    vInt,    vSlistvString)            \
     HASH  (vHashvIntvSlistvInt,       vInt,    vSlistvInt)               \
+    HASH  (vHashvFilevSetvInt,        vFile,   vSetvInt)                 \
     LIST  (vSlistvVoid,               vVoid)                             \
+    HASH  (vHashvFilevSlvString,      vFile,   vSlistvString)            \
     HASH  (vHashvStringvPathComponentList, vString, vPathComponentList)
 // clang-format on
 

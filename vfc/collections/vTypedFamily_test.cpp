@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <type_traits>
 #include <sstream>
 #include <string>
 #include <typeinfo>
@@ -122,6 +123,12 @@ struct Sample<vPath> {
     }
 };
 template <>
+struct Sample<vFile> {
+    static std::unique_ptr<vFile> make(int i) {
+        return std::make_unique<vFile>(Sample<vString>::make(i)->data());
+    }
+};
+template <>
 struct Sample<vPathComponentList> {
     static std::unique_ptr<vPathComponentList> make(int i) {
         auto list = std::make_unique<vPathComponentList>();
@@ -168,9 +175,10 @@ VFC_TYPED_FAMILY(SAMPLE_OF_ELEMENTS, SAMPLE_OF_ELEMENTS, SAMPLE_OF_ELEMENTS, SAM
 
 // Everything a member must do on its own: its identifier, the factory, copies of its own class,
 // and round trips through both stream kinds that give back the same bytes (which holds for
-// element classes that compare by identity too).
+// element classes that compare by identity too). Files write nothing on an RWFile, so a set or
+// a hash keyed by files comes back from one with its keys all equal and collapsed.
 template <class M>
-void checkMember(RWClassID id, const char* name) {
+void checkMember(RWClassID id, const char* name, bool filesAsKeys) {
     EXPECT_EQ(M::classIsA(), id);
     EXPECT_EQ(M::myAtom, id);
     std::unique_ptr<RWCollectable> created(getRWFactory()->create(id));
@@ -203,22 +211,30 @@ void checkMember(RWClassID id, const char* name) {
         std::unique_ptr<RWCollectable> fromFile = restoreFile(path, &good);
         EXPECT_TRUE(good);
         ASSERT_TRUE(isExactly<M>(fromFile.get()));
-        EXPECT_EQ(saveFile(*fromFile, path), bytes);
+        if (!filesAsKeys) {
+            EXPECT_EQ(saveFile(*fromFile, path), bytes);
+        }
         std::filesystem::remove(path);
     }
 }
 
 TEST(vTypedFamily, EveryMemberHasItsIdentifierAndRoundTrips) {
     int members = 0;
-#define CHECK_MEMBER(name, ...)                   \
-    {                                             \
-        SCOPED_TRACE(#name);                      \
-        checkMember<name>(vClassID::name, #name); \
-        ++members;                                \
+#define CHECK_MEMBER(name, keysAreFiles)                         \
+    {                                                            \
+        SCOPED_TRACE(#name);                                     \
+        checkMember<name>(vClassID::name, #name, keysAreFiles); \
+        ++members;                                               \
     }
-    VFC_TYPED_FAMILY(CHECK_MEMBER, CHECK_MEMBER, CHECK_MEMBER, CHECK_MEMBER, CHECK_MEMBER)
+#define CHECK_SEQUENCE(name, element) CHECK_MEMBER(name, false)
+#define CHECK_HASHED(name, element) CHECK_MEMBER(name, (std::is_same_v<element, vFile>))
+#define CHECK_HASH(name, key, value) CHECK_MEMBER(name, (std::is_same_v<key, vFile>))
+    VFC_TYPED_FAMILY(CHECK_SEQUENCE, CHECK_HASHED, CHECK_HASHED, CHECK_SEQUENCE, CHECK_HASH)
 #undef CHECK_MEMBER
-    EXPECT_EQ(members, 41);
+#undef CHECK_SEQUENCE
+#undef CHECK_HASHED
+#undef CHECK_HASH
+    EXPECT_EQ(members, 52);
 }
 
 TEST(vTypedFamily, NestedMembersRoundTripEqual) {

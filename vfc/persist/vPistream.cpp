@@ -2,6 +2,7 @@
 
 #include "vfc/core/vInt.h"
 #include "vfc/core/vString.h"
+#include "vfc/files/vFile.h"
 #include "vfc/files/vPathComponent.h"
 
 vPistream::~vPistream() = default;
@@ -25,4 +26,9 @@ vPistream& operator>>(vPistream& in, vInt& x) {
 
 vPistream& operator>>(vPistream& in, vPathComponent& x) {
     return restoreInto(in, x);
+}
+
+vPistream& operator>>(vPistream& in, vFile& x) {
+    x.restoreGuts(in);
+    return in;
 }

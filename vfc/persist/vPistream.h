@@ -10,6 +10,7 @@
 #include "vfc/base/export.h"
 #include "vfc/rw/RWpistream.h"
 
+class vFile;
 class vInt;
 class vPathComponent;
 class vString;
@@ -24,5 +25,7 @@ class VFC_API vPistream : public RWpistream {
 VFC_API vPistream& operator>>(vPistream& in, vString& x);
 VFC_API vPistream& operator>>(vPistream& in, vInt& x);
 VFC_API vPistream& operator>>(vPistream& in, vPathComponent& x);
+// The file's state alone, as written by the matching output operator.
+VFC_API vPistream& operator>>(vPistream& in, vFile& x);
 
 #endif  // VFC_PERSIST_VPISTREAM_H

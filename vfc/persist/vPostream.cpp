@@ -2,6 +2,7 @@
 
 #include "vfc/core/vInt.h"
 #include "vfc/core/vString.h"
+#include "vfc/files/vFile.h"
 #include "vfc/files/vPathComponent.h"
 
 vPostream::~vPostream() = default;
@@ -18,5 +19,10 @@ vPostream& operator<<(vPostream& out, const vInt& x) {
 
 vPostream& operator<<(vPostream& out, const vPathComponent& x) {
     x.recursiveSaveOn(out);
+    return out;
+}
+
+vPostream& operator<<(vPostream& out, const vFile& x) {
+    x.saveGuts(out);
     return out;
 }

@@ -11,6 +11,7 @@
 #include "vfc/base/export.h"
 #include "vfc/rw/RWpostream.h"
 
+class vFile;
 class vInt;
 class vPathComponent;
 class vString;
@@ -26,5 +27,7 @@ class VFC_API vPostream : public RWpostream {
 VFC_API vPostream& operator<<(vPostream& out, const vString& x);
 VFC_API vPostream& operator<<(vPostream& out, const vInt& x);
 VFC_API vPostream& operator<<(vPostream& out, const vPathComponent& x);
+// The file's state alone, without the class identifier.
+VFC_API vPostream& operator<<(vPostream& out, const vFile& x);
 
 #endif  // VFC_PERSIST_VPOSTREAM_H

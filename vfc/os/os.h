@@ -1,0 +1,70 @@
+// The library's one door to the operating system. Everything above vfc/os/ reaches files,
+// mappings and the process locale only through these functions, so a port replaces one
+// implementation file (posix/osPosix.cpp today) and nothing else. Nothing here is exported:
+// the functions serve the library's own classes.
+#ifndef VFC_OS_OS_H
+#define VFC_OS_OS_H
+
+#include <cstddef>
+#include <cstdint>
+
+namespace vfc {
+namespace os {
+
+// ---- file status -----------------------------------------------------------------------------
+
+// True when something exists at path (a file, a directory, anything stat can see).
+bool PathExists(const char* path);
+// True when path names a directory.
+bool IsDirectory(const char* path);
+
+// ---- process locale --------------------------------------------------------------------------
+
+// Switches the character-type locale to the user's environment default for its lifetime and
+// restores the previous one afterwards; file names are converted in the user's code page
+// while a file is opened.
+class UserLocaleScope {
+  public:
+    UserLocaleScope();
+    ~UserLocaleScope();
+    UserLocaleScope(const UserLocaleScope&) = delete;
+    UserLocaleScope& operator=(const UserLocaleScope&) = delete;
+
+  private:
+    char aSaved[256];
+    bool aRestore = false;
+};
+
+// ---- files and mappings ----------------------------------------------------------------------
+
+// A file handle: -1 is no file.
+using FileHandle = int;
+constexpr FileHandle kNoFile = -1;
+
+enum class OpenMode {
+    eReadOnly,      // read access, the file must exist
+    eReadWriteKeep, // read and write, created when missing, kept when present
+    eReadWriteNew   // read and write, created or truncated
+};
+
+FileHandle OpenFile(const char* path, OpenMode mode);
+void CloseFile(FileHandle file);
+// The file's size in bytes; false when it cannot be read.
+bool FileSize(FileHandle file, std::uint64_t& size);
+// Sets the file's length (shortening or extending it with zero bytes).
+bool SetFileLength(FileHandle file, std::uint64_t length);
+// Writes all n bytes (retrying short writes); false on any failure.
+bool WriteAll(FileHandle file, const char* data, std::size_t n);
+
+// Maps length bytes of the file from its start, shared, read-only or read-write; null on failure.
+char* MapFile(FileHandle file, std::size_t length, bool readOnly);
+// Maps length bytes of zeroed memory with no file behind it. A non-empty name gives a named
+// shared-memory object (unlinked again at once, so it never outlives the process); an empty
+// or null name an anonymous mapping. Null on failure.
+char* MapMemory(const char* name, std::size_t length);
+void UnmapView(char* base, std::size_t length);
+
+}  // namespace os
+}  // namespace vfc
+
+#endif  // VFC_OS_OS_H

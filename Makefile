@@ -44,6 +44,12 @@ demo: build
 	@echo '--- vfc rel / resolve: links between output files'
 	$(BUILD)/tools/vfc/vfc rel /out/guide/ch1 /out/guide/img/fig1.png
 	$(BUILD)/tools/vfc/vfc resolve -notation url 'http://www.example.com:8080/docs/' '../img/logo.png'
+	@echo '--- vfc type: the content type of every sample in samples/types'
+	$(BUILD)/tools/vfc/vfc type samples/types/*
+	@echo '--- vfc ini: sections and keys of samples/types/settings.ini'
+	$(BUILD)/tools/vfc/vfc ini samples/types/settings.ini
+	@echo '--- vfc match: which names a wildcard list takes (letters in any case)'
+	$(BUILD)/tools/vfc/vfc match -i '*.htm;*.html' $$(cat samples/files.txt)
 	@echo '--- vfc urlencode / urldecode'
 	$(BUILD)/tools/vfc/vfc urlencode 'Release Notes/2026 #3.html' '~user/a b?x=1&y=2'
 	$(BUILD)/tools/vfc/vfc urldecode 'Release%20Notes%2f2026%20%233.html' 'keep%00%zz'
@@ -75,7 +81,7 @@ fuzz:
 	    -DVFC_SHARED=OFF -DVFC_BUILD_FUZZ=ON -DVFC_BUILD_TESTS=OFF -DVFC_BUILD_TOOLS=OFF
 	cmake --build $(BUILD)-fuzz -j $(JOBS)
 	mkdir -p $(BUILD)-fuzz/corpus/regexp $(BUILD)-fuzz/corpus/pstream $(BUILD)-fuzz/corpus/args \
-	    $(BUILD)-fuzz/corpus/path
+	    $(BUILD)-fuzz/corpus/path $(BUILD)-fuzz/corpus/ifstream
 	$(BUILD)-fuzz/fuzz/regexp_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=512 \
 	    $(BUILD)-fuzz/corpus/regexp fuzz/corpus/regexp
 	$(BUILD)-fuzz/fuzz/pstream_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=4096 \
@@ -84,6 +90,8 @@ fuzz:
 	    $(BUILD)-fuzz/corpus/args fuzz/corpus/args
 	$(BUILD)-fuzz/fuzz/path_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=512 \
 	    $(BUILD)-fuzz/corpus/path fuzz/corpus/path
+	$(BUILD)-fuzz/fuzz/ifstream_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=4096 \
+	    $(BUILD)-fuzz/corpus/ifstream fuzz/corpus/ifstream
 
 install: build
 	cmake --install $(BUILD) --prefix $(PREFIX)

@@ -97,10 +97,58 @@ for line in 'vString (263) "vorlandix-catalog"' 'vHashvStringvString (550)' \
         { echo "FAIL dump of catalog.vor lacks: $line"; failures=$((failures + 1)); }
 done
 
+# Content types of the shipped samples, one of each detected kind.
+expect "type of every sample" 0 "types/catalog.xml: text/xml
+types/chapter.fm: application/vnd.framemaker
+types/chapter.mif: application/vnd.mif
+types/data.bin: binary
+types/doctype.tmpl: text/html
+types/figure.ps: text/postscript
+types/fileset.xml: vorlandix-ndt-xml
+types/guide.book: application/vnd.framemakerbook
+types/guide.book.mif: application/vnd.mifbook
+types/icon.png: image/png
+types/latin1-letter: text/plain
+types/logo.gif: image/gif
+types/make-samples.py: text/plain
+types/page.html: text/html
+types/photo.jpg: image/jpeg
+types/project.ndt: vorlandix-ndt-80
+types/readme: text/plain
+types/settings.ini: text/plain" -- "$vfc" type types/catalog.xml types/chapter.fm types/chapter.mif \
+    types/data.bin types/doctype.tmpl types/figure.ps types/fileset.xml types/guide.book \
+    types/guide.book.mif types/icon.png types/latin1-letter types/logo.gif types/make-samples.py \
+    types/page.html types/photo.jpg types/project.ndt types/readme types/settings.ini
+expect "type of a directory and a missing file" 1 "types: directory" -- "$vfc" type types types/none
+expect "type without files" 2 "" -- "$vfc" type
+
+expect "ini" 0 "(before any section)
+  language = en
+[Links]
+  base = http://www.example.com/docs/
+  query = c
+[Output]
+  dir = out/html
+  stylesheet = css/site.css" -- "$vfc" ini types/settings.ini
+expect "ini of a missing file" 1 "" -- "$vfc" ini types/none.ini
+expect "ini of binary garbage" 0 "" -- "$vfc" ini types/data.bin
+
+expect "match" 0 "index.htm
+toc.HTM" -- "$vfc" match -i '*.htm;a?c' index.htm index.html toc.HTM.bak toc.HTM abc
+expect "match with case" 0 "index.htm" -- "$vfc" match '*.htm' index.htm toc.HTM
+expect "match literal ?" 0 "a?c" -- "$vfc" match 'a?c;a+b' abc a?c aab
+expect "match nothing" 1 "" -- "$vfc" match '*.gif' index.htm
+expect "match without names" 2 "" -- "$vfc" match '*.htm'
+
 help=$("$vfc" -help)
 for sub in dump grep urlencode urldecode; do
     grep -q "^  $sub " <<<"$help" || { echo "FAIL vfc -help does not list $sub"; failures=$((failures + 1)); }
     "$vfc" $sub -help | grep -q "^usage: vfc $sub " ||
+        { echo "FAIL vfc $sub -help"; failures=$((failures + 1)); }
+done
+for sub in type ini match; do
+    grep -q "^  $sub " <<<"$help" || { echo "FAIL vfc -help does not list $sub"; failures=$((failures + 1)); }
+    "$vfc" $sub -help 2>&1 | grep -q "^	vfc $sub \[-options ...\]" ||
         { echo "FAIL vfc $sub -help"; failures=$((failures + 1)); }
 done
 expect "unknown subcommand" 2 "" -- "$vfc" frobnicate

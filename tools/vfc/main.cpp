@@ -30,6 +30,10 @@ const std::vector<Command>& commands() {
          "store operation). A string prints as the quoted text stored in the file. The file is\n"
          "then read back through the library, and the exit status is 1 when that fails.",
          runDump},
+        {"type", "FILE...", "print the content type detected for each FILE", nullptr, runType},
+        {"ini", "FILE", "print the sections and keys of an INI file", nullptr, runIni},
+        {"match", "[-i] PATTERNS NAME...", "print the NAMEs that a list of wildcards matches",
+         nullptr, runMatch},
         {"path", "-from NOTATION -to NOTATION [-dir] [-list] PATH...",
          "translate each PATH from one path notation into another", nullptr, runPath},
         {"rel", "[-notation NOTATION] FROM TO",
@@ -53,6 +57,27 @@ void printUsage(std::ostream& out, const Command& command) {
 int usageError(const char* name, const std::string& message) {
     std::cerr << "vfc " << name << ": " << message << "\n(see \"vfc " << name << " -help\")\n";
     return kUsage;
+}
+
+int parseOptions(const char* name, const Args& args, const vpArgListItem* table,
+                 const char* trailing, vArgList& out, const char* notes) {
+    std::string program = std::string("vfc ") + name;
+    std::vector<const char*> argv{program.c_str()};
+    for (const std::string& a : args)
+        argv.push_back(a.c_str());
+    out = vArgList(static_cast<int>(argv.size()), argv.data(), table, trailing);
+    if (!out.fFailed()) return -1;
+    out.usage();
+    if (notes) std::cerr << notes;
+    return out.fErrorlog().isNull() ? kSuccess : kUsage;
+}
+
+std::vector<vString> unassignedWords(const vArgList& args) {
+    std::vector<vString> out;
+    vSlistvStringIter it(args.fUnassigned());
+    while (it.fAdvance())
+        out.push_back(it.aKey());
+    return out;
 }
 
 namespace {

@@ -52,20 +52,12 @@ std::string notationList() {
     return list;
 }
 
-// Parses args with the table as "vfc NAME ARGS..."; returns -1 when the command is to go on,
-// else the exit code (after printing the usage screen for "-help" or a bad command line).
+// Parses args; on a bad command line also lists the notation names.
 int parseArgs(const char* name, const Args& args, const vpArgListItem* table, const char* trailing,
               vArgList& out) {
-    std::string program = std::string("vfc ") + name;
-    std::vector<const char*> argv{program.c_str()};
-    for (const std::string& a : args)
-        argv.push_back(a.c_str());
-    out = vArgList(static_cast<int>(argv.size()), argv.data(), table, trailing);
-    if (!out.fFailed()) return -1;
-    out.usage();
-    std::cerr << "\nNOTATION is one of" << notationList()
-              << "\nwith \"+\" appended for the flagged (escaped) form, or a number 0-39.\n";
-    return out.fErrorlog().isNull() ? kSuccess : kUsage;
+    std::string notes = "\nNOTATION is one of" + notationList() +
+                        "\nwith \"+\" appended for the flagged (escaped) form, or a number 0-39.\n";
+    return parseOptions(name, args, table, trailing, out, notes.c_str());
 }
 
 bool notationOption(const char* name, const vArgList& args, const char* option,
@@ -75,14 +67,6 @@ bool notationOption(const char* name, const vArgList& args, const char* option,
     if (parseNotation(text, out)) return true;
     usageError(name, std::string("unknown notation \"") + text.data() + "\"");
     return false;
-}
-
-std::vector<vString> words(const vArgList& args) {
-    std::vector<vString> out;
-    vSlistvStringIter it(args.fUnassigned());
-    while (it.fAdvance())
-        out.push_back(it.aKey());
-    return out;
 }
 
 void printList(const vPathComponentList& list, vPathType::TypeEnum notation) {
@@ -118,7 +102,7 @@ int runPath(const Args& args) {
     if (!notationOption("path", options, "-from", from) ||
         !notationOption("path", options, "-to", to))
         return kUsage;
-    std::vector<vString> paths = words(options);
+    std::vector<vString> paths = unassignedWords(options);
     if (paths.empty()) return usageError("path", "at least one PATH is needed");
     vString ignored;
     bool isDirectory = options.fGetOption("-dir", ignored);
@@ -148,7 +132,7 @@ int runAlgebra(const char* name, const Args& args, const char* trailing,
     if (status >= 0) return status;
     vPathType::TypeEnum notation = vPathType::eHost;
     if (!notationOption(name, options, "-notation", notation)) return kUsage;
-    std::vector<vString> paths = words(options);
+    std::vector<vString> paths = unassignedWords(options);
     if (paths.size() != 2) return usageError(name, std::string("expected ") + trailing);
     vPathComponentList first;
     vPathComponentList second;

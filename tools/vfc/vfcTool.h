@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include <vfc/vfc.h>
+
 namespace vfctool {
 
 using Args = std::vector<std::string>;
@@ -34,7 +36,18 @@ void printUsage(std::ostream& out, const Command& command);
 // Reports bad usage of the named command on std::cerr; returns kUsage.
 int usageError(const char* name, const std::string& message);
 
+// Reads the options of "vfc NAME ARGS..." with vArgList. Returns -1 when the command is to go
+// on; otherwise the usage screen (followed by notes, when given) has been printed on std::cerr
+// and the result is the exit code: kSuccess for "-help", kUsage for a bad command line.
+int parseOptions(const char* name, const Args& args, const vpArgListItem* table,
+                 const char* trailing, vArgList& out, const char* notes = nullptr);
+// The words that are neither options nor option arguments, in order.
+std::vector<vString> unassignedWords(const vArgList& args);
+
 int runDump(const Args& args);
+int runIni(const Args& args);
+int runMatch(const Args& args);
+int runType(const Args& args);
 int runGrep(const Args& args);
 int runPath(const Args& args);
 int runRel(const Args& args);

@@ -4,6 +4,8 @@
 #include "vfc/core/vString.h"
 #include "vfc/files/vFile.h"
 #include "vfc/files/vPathComponent.h"
+#include "vfc/text/vDate.h"
+#include "vfc/text/vTime.h"
 
 vPistream::~vPistream() = default;
 
@@ -25,6 +27,14 @@ vPistream& operator>>(vPistream& in, vInt& x) {
 }
 
 vPistream& operator>>(vPistream& in, vPathComponent& x) {
+    return restoreInto(in, x);
+}
+
+vPistream& operator>>(vPistream& in, vDate& x) {
+    return restoreInto(in, x);
+}
+
+vPistream& operator>>(vPistream& in, vTime& x) {
     return restoreInto(in, x);
 }
 

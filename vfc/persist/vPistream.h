@@ -10,10 +10,12 @@
 #include "vfc/base/export.h"
 #include "vfc/rw/RWpistream.h"
 
+class vDate;
 class vFile;
 class vInt;
 class vPathComponent;
 class vString;
+class vTime;
 
 class VFC_API vPistream : public RWpistream {
   public:
@@ -25,6 +27,8 @@ class VFC_API vPistream : public RWpistream {
 VFC_API vPistream& operator>>(vPistream& in, vString& x);
 VFC_API vPistream& operator>>(vPistream& in, vInt& x);
 VFC_API vPistream& operator>>(vPistream& in, vPathComponent& x);
+VFC_API vPistream& operator>>(vPistream& in, vDate& x);
+VFC_API vPistream& operator>>(vPistream& in, vTime& x);
 // The file's state alone, as written by the matching output operator.
 VFC_API vPistream& operator>>(vPistream& in, vFile& x);
 

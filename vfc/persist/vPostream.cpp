@@ -4,6 +4,8 @@
 #include "vfc/core/vString.h"
 #include "vfc/files/vFile.h"
 #include "vfc/files/vPathComponent.h"
+#include "vfc/text/vDate.h"
+#include "vfc/text/vTime.h"
 
 vPostream::~vPostream() = default;
 
@@ -18,6 +20,16 @@ vPostream& operator<<(vPostream& out, const vInt& x) {
 }
 
 vPostream& operator<<(vPostream& out, const vPathComponent& x) {
+    x.recursiveSaveOn(out);
+    return out;
+}
+
+vPostream& operator<<(vPostream& out, const vDate& x) {
+    x.recursiveSaveOn(out);
+    return out;
+}
+
+vPostream& operator<<(vPostream& out, const vTime& x) {
     x.recursiveSaveOn(out);
     return out;
 }

@@ -11,10 +11,12 @@
 #include "vfc/base/export.h"
 #include "vfc/rw/RWpostream.h"
 
+class vDate;
 class vFile;
 class vInt;
 class vPathComponent;
 class vString;
+class vTime;
 
 class VFC_API vPostream : public RWpostream {
   public:
@@ -27,6 +29,8 @@ class VFC_API vPostream : public RWpostream {
 VFC_API vPostream& operator<<(vPostream& out, const vString& x);
 VFC_API vPostream& operator<<(vPostream& out, const vInt& x);
 VFC_API vPostream& operator<<(vPostream& out, const vPathComponent& x);
+VFC_API vPostream& operator<<(vPostream& out, const vDate& x);
+VFC_API vPostream& operator<<(vPostream& out, const vTime& x);
 // The file's state alone, without the class identifier.
 VFC_API vPostream& operator<<(vPostream& out, const vFile& x);
 

@@ -73,6 +73,7 @@ bench:
 	$(BUILD)-bench/bench/regex_bench
 	$(BUILD)-bench/bench/collections_bench
 	$(BUILD)-bench/bench/path_bench
+	$(BUILD)-bench/bench/io_bench
 	@if [ -x $(BUILD)-bench/bench/persist_bench ]; then $(BUILD)-bench/bench/persist_bench; \
 	else echo "persist_bench not built (Boost.Serialization missing)"; fi
 

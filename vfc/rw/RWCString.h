@@ -56,7 +56,7 @@ class VFC_API RWCString {
     // most n), which becomes the string's length. For building a string in one pass.
     template <class Op>
     void resizeAndOverwrite(size_t n, Op op) {
-        reserveUnique(n);
+        if (!hasCapacity(n)) reserveUnique(n);
         size_t len = op(p_, n);
         p_[len] = '\0';
         rep()->len = len;
@@ -202,6 +202,11 @@ class VFC_API RWCString {
     void release() noexcept;
     // Makes the buffer unshared with room for cap bytes, keeping as much of the text as fits.
     void reserveUnique(size_t cap);
+    // Unshared with a buffer of at least n bytes.
+    bool hasCapacity(size_t n) const noexcept {
+        const Rep* r = rep();
+        return r != &empty_.rep && n <= r->cap && r->refs.load(std::memory_order_acquire) == 1;
+    }
     bool hasRoomFor(size_t n) const noexcept {
         const Rep* r = rep();
         return r != &empty_.rep && r->len + n <= r->cap &&

@@ -58,7 +58,7 @@ bool vOfstream::open(const vFile& file, std::ios_base::openmode mode, bool binar
     {
         // The path is converted with the user's code page; the locale is restored at once.
         vfc::os::UserLocaleScope userLocale;
-        std::basic_ofstream<char>::open(aFileInfo.fPath().data(), mode | std::ios_base::out);
+        std::basic_ofstream<char>::open(aFileInfo.fDOSPath().data(), mode | std::ios_base::out);
     }
     return !refresh();
 }

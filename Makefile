@@ -50,6 +50,10 @@ demo: build
 	$(BUILD)/tools/vfc/vfc ini samples/types/settings.ini
 	@echo '--- vfc match: which names a wildcard list takes (letters in any case)'
 	$(BUILD)/tools/vfc/vfc match -i '*.htm;*.html' $$(cat samples/files.txt)
+	@echo '--- vfc info: product, user and machine as the application object sees them'
+	$(BUILD)/tools/vfc/vfc info
+	@echo '--- vfc expand: variable references in both forms; VORLANDIXHOME is the product directory'
+	$(BUILD)/tools/vfc/vfc expand '%HOME%/docs' '$$HOME/.config' '%VORLANDIXHOME%/styles' '%UNSET_NAME%'
 	@echo '--- vfc urlencode / urldecode'
 	$(BUILD)/tools/vfc/vfc urlencode 'Release Notes/2026 #3.html' '~user/a b?x=1&y=2'
 	$(BUILD)/tools/vfc/vfc urldecode 'Release%20Notes%2f2026%20%233.html' 'keep%00%zz'
@@ -82,7 +86,7 @@ fuzz:
 	    -DVFC_SHARED=OFF -DVFC_BUILD_FUZZ=ON -DVFC_BUILD_TESTS=OFF -DVFC_BUILD_TOOLS=OFF
 	cmake --build $(BUILD)-fuzz -j $(JOBS)
 	mkdir -p $(BUILD)-fuzz/corpus/regexp $(BUILD)-fuzz/corpus/pstream $(BUILD)-fuzz/corpus/args \
-	    $(BUILD)-fuzz/corpus/path $(BUILD)-fuzz/corpus/ifstream
+	    $(BUILD)-fuzz/corpus/path $(BUILD)-fuzz/corpus/ifstream $(BUILD)-fuzz/corpus/contenttypes
 	$(BUILD)-fuzz/fuzz/regexp_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=512 \
 	    $(BUILD)-fuzz/corpus/regexp fuzz/corpus/regexp
 	$(BUILD)-fuzz/fuzz/pstream_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=4096 \
@@ -93,6 +97,8 @@ fuzz:
 	    $(BUILD)-fuzz/corpus/path fuzz/corpus/path
 	$(BUILD)-fuzz/fuzz/ifstream_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=4096 \
 	    $(BUILD)-fuzz/corpus/ifstream fuzz/corpus/ifstream
+	$(BUILD)-fuzz/fuzz/contenttypes_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=2048 \
+	    $(BUILD)-fuzz/corpus/contenttypes fuzz/corpus/contenttypes
 
 install: build
 	cmake --install $(BUILD) --prefix $(PREFIX)

@@ -140,13 +140,40 @@ expect "match literal ?" 0 "a?c" -- "$vfc" match 'a?c;a+b' abc a?c aab
 expect "match nothing" 1 "" -- "$vfc" match '*.gif' index.htm
 expect "match without names" 2 "" -- "$vfc" match '*.htm'
 
+# The application object: what it gathered, variable expansion, errors through its log.
+info=$(env USER=writer LOGNAME=writer ORGANIZATION="Example Press" LC_ALL= LC_MESSAGES= \
+    LANG=de_DE.UTF-8 VORLANDIXHOME=/opt/vx "$vfc" info)
+for want in "product: vfc vfc/" "product directory: /opt/vx" "user: writer" \
+    "organization: Example Press" "language: de" "platform: posix" "operating system: linux"; do
+    grep -qF "$want" <<<"$info" || { echo "FAIL vfc info lacks: $want"; failures=$((failures + 1)); }
+done
+expect "expand" 0 "/home/w/docs/a b
+/home/w/docs/x
+%NOPE%
+/home/w/docs:y
+/opt/vx/bin
+%%" -- env DOCS=/home/w/docs VORLANDIXHOME=/opt/vx "$vfc" expand '%DOCS%/a b' '$DOCS/x' '%NOPE%' \
+    '$DOCS:y' '%VORLANDIXHOME%/bin' '%%'
+expect "expand without text" 2 "" -- "$vfc" expand
+expect "errors go through the log" 1 'ERROR: vfc type: cannot read "types/none"' \
+    -- bash -c "'$vfc' type types/none 2>&1 >/dev/null"
+expect "usage errors too" 2 'ERROR: vfc ini: expected one FILE
+       (see "vfc ini -help")' -- bash -c "'$vfc' ini a b 2>&1 >/dev/null"
+
+# Progress: drawn on a terminal, nothing when standard error is not one.
+tty_out=$(script -qec "'$vfc' type types/readme types/logo.gif >/dev/null" /dev/null)
+grep -q '\[####################\] 100%' <<<"$tty_out" ||
+    { echo "FAIL no progress bar on a terminal: $tty_out"; failures=$((failures + 1)); }
+plain_err=$("$vfc" type types/readme types/logo.gif 2>&1 >/dev/null)
+[ -z "$plain_err" ] || { echo "FAIL progress drawn without a terminal: $plain_err"; failures=$((failures + 1)); }
+
 help=$("$vfc" -help)
 for sub in dump grep urlencode urldecode; do
     grep -q "^  $sub " <<<"$help" || { echo "FAIL vfc -help does not list $sub"; failures=$((failures + 1)); }
     "$vfc" $sub -help | grep -q "^usage: vfc $sub " ||
         { echo "FAIL vfc $sub -help"; failures=$((failures + 1)); }
 done
-for sub in type ini match; do
+for sub in type ini match info expand; do
     grep -q "^  $sub " <<<"$help" || { echo "FAIL vfc -help does not list $sub"; failures=$((failures + 1)); }
     "$vfc" $sub -help 2>&1 | grep -q "^	vfc $sub \[-options ...\]" ||
         { echo "FAIL vfc $sub -help"; failures=$((failures + 1)); }

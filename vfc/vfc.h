@@ -87,5 +87,10 @@
 
 #include "vfc/app/vArgList.h"
 #include "vfc/app/vpArgListItem.h"
+#include "vfc/app/vApp.h"
+#include "vfc/app/vAppProgressStackDepth.h"
+#include "vfc/app/vAppStatusStackDepth.h"
+#include "vfc/app/vpOption.h"
+#include "vfc/app/vpcEnv.h"
 
 #endif  // VFC_VFC_H

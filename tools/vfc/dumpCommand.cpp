@@ -195,7 +195,7 @@ int runDump(const Args& args) {
     if (args.size() != 1) return usageError("dump", "exactly one FILE is needed");
     std::ifstream file(args[0], std::ios::binary);
     if (!file) {
-        std::cerr << "vfc dump: cannot open " << args[0] << '\n';
+        reportError("dump", "cannot open " + args[0]);
         return kFailure;
     }
     std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
@@ -208,14 +208,15 @@ int runDump(const Args& args) {
         roots.push_back(std::move(node));
     }
     if (!parser.error().empty()) {
-        std::cerr << "vfc dump: " << args[0] << ": byte " << parser.offset() << ": "
-                  << parser.error() << '\n';
+        reportError("dump", args[0] + ": byte " + std::to_string(parser.offset()) + ": " +
+                                parser.error());
         return kFailure;
     }
     size_t failedAt = 0;
     if (!libraryReads(bytes, roots.size(), failedAt)) {
-        std::cerr << "vfc dump: " << args[0] << ": the library cannot read object " << failedAt
-                  << " (an unknown class or a malformed value)\n";
+        reportError("dump", args[0] + ": the library cannot read object " +
+                                std::to_string(failedAt) +
+                                " (an unknown class or a malformed value)");
         return kFailure;
     }
     return kSuccess;

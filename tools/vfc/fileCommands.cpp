@@ -42,7 +42,16 @@ int runType(const Args& args) {
     std::vector<vString> files = unassignedWords(options);
     if (files.empty()) return usageError("type", "at least one FILE is needed");
     int result = kSuccess;
+    vApp& app = vAppInfo();
+    vAppProgressStackDepth mark;
+    app.fStartProgress(mark, static_cast<int>(files.size()));
     for (const vString& path : files) {
+        if (app.fUpdateAbort()) {
+            reportError("type", "interrupted");
+            result = kFailure;
+            break;
+        }
+        app.fStepProgress();
         vFile file(path);
         if (file.fIsDirectory()) {
             std::cout << path << ": " << vFile::sfFileTypeToConstChar(vFile::eDirectory) << '\n';
@@ -50,12 +59,13 @@ int runType(const Args& args) {
         }
         vIfstream in;
         if (!in.fOpenBinary(file)) {
-            std::cerr << "vfc type: cannot read \"" << path << "\"\n";
+            reportError("type", std::string("cannot read \"") + path.data() + "\"");
             result = kFailure;
             continue;
         }
         std::cout << path << ": " << in.fFileInfo().fTypeName() << '\n';
     }
+    app.fEndProgress(mark);
     return result;
 }
 
@@ -67,7 +77,7 @@ int runIni(const Args& args) {
     if (files.size() != 1) return usageError("ini", "expected one FILE");
     vIfstream in;
     if (!in.fOpenText(vFile(files[0]))) {
-        std::cerr << "vfc ini: cannot read \"" << files[0] << "\"\n";
+        reportError("ini", std::string("cannot read \"") + files[0].data() + "\"");
         return kFailure;
     }
     vHashvStringvHvSvS sections;

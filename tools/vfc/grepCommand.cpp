@@ -1,4 +1,6 @@
 // vfc grep: lines of files that match a vRegExp.
+#include <algorithm>
+#include <cstddef>
 #include <fstream>
 #include <iostream>
 #include <string>
@@ -67,19 +69,32 @@ int runGrep(const Args& args) {
     vRegExp re = options.form == 0 ? vRegExp(pattern) : vRegExp(pattern, options.form == 2);
     bool matched = false;
     bool unreadable = false;
+    vApp& app = vAppInfo();
+    // Progress, and with it a polled interrupt, only without the standard input: a read from
+    // it can wait for ever, and Ctrl-C must then end the tool at once.
+    vAppProgressStackDepth mark;
+    if (std::find(args.begin() + static_cast<std::ptrdiff_t>(i) + 1, args.end(), "-") == args.end())
+        app.fStartProgress(mark, static_cast<int>(args.size() - i - 1));
     for (++i; i < args.size(); ++i) {
+        if (app.fUpdateAbort()) {
+            reportError("grep", "interrupted");
+            unreadable = true;
+            break;
+        }
+        app.fStepProgress();
         if (args[i] == "-") {
             matched |= grepStream(std::cin, "-", re, options.eachMatch);
             continue;
         }
         std::ifstream in(args[i], std::ios::binary);
         if (!in) {
-            std::cerr << "vfc grep: cannot read \"" << args[i] << "\"\n";
+            reportError("grep", "cannot read \"" + args[i] + "\"");
             unreadable = true;
             continue;
         }
         matched |= grepStream(in, args[i], re, options.eachMatch);
     }
+    app.fEndProgress(mark);
     return matched && !unreadable ? kSuccess : kFailure;
 }
 

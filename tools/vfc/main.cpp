@@ -6,6 +6,7 @@
 #include <cstring>
 #include <iostream>
 
+#include "consoleApp.h"
 #include "vfcTool.h"
 
 namespace vfctool {
@@ -30,6 +31,10 @@ const std::vector<Command>& commands() {
          "store operation). A string prints as the quoted text stored in the file. The file is\n"
          "then read back through the library, and the exit status is 1 when that fails.",
          runDump},
+        {"info", "", "print what the application object knows of product, user and machine",
+         nullptr, runInfo},
+        {"expand", "TEXT...", "print each TEXT with its %VAR% and $VAR references expanded",
+         nullptr, runExpand},
         {"type", "FILE...", "print the content type detected for each FILE", nullptr, runType},
         {"ini", "FILE", "print the sections and keys of an INI file", nullptr, runIni},
         {"match", "[-i] PATTERNS NAME...", "print the NAMEs that a list of wildcards matches",
@@ -55,8 +60,12 @@ void printUsage(std::ostream& out, const Command& command) {
 }
 
 int usageError(const char* name, const std::string& message) {
-    std::cerr << "vfc " << name << ": " << message << "\n(see \"vfc " << name << " -help\")\n";
+    reportError(name, message + "\n(see \"vfc " + name + " -help\")");
     return kUsage;
+}
+
+void reportError(const char* name, const std::string& message) {
+    vAppInfo().fLogMsg(vString(("vfc " + std::string(name) + ": " + message).c_str()), 2);
 }
 
 int parseOptions(const char* name, const Args& args, const vpArgListItem* table,
@@ -96,6 +105,8 @@ void printHelp(std::ostream& out) {
 
 int main(int argc, char** argv) {
     using namespace vfctool;
+    // The one application object: messages, progress and the abort handler go through it.
+    ConsoleApp app;
     if (argc < 2) {
         printHelp(std::cerr);
         return kUsage;
@@ -107,13 +118,14 @@ int main(int argc, char** argv) {
     for (const Command& c : commands()) {
         if (std::strcmp(argv[1], c.name) != 0) continue;
         Args args(argv + 2, argv + argc);
+        app.setLabel(std::string("vfc ") + c.name);
         if (c.details && args.size() == 1 && args[0] == "-help") {
             printUsage(std::cout, c);
             return kSuccess;
         }
         return c.run(args);
     }
-    std::cerr << "vfc: unknown subcommand \"" << argv[1] << "\"\n";
+    app.fLogMsg(vString((std::string("vfc: unknown subcommand \"") + argv[1] + "\"").c_str()), 2);
     printHelp(std::cerr);
     return kUsage;
 }

@@ -33,8 +33,11 @@ const std::vector<Command>& commands();
 
 // Prints "usage: vfc NAME SYNOPSIS" and the details of command to out.
 void printUsage(std::ostream& out, const Command& command);
-// Reports bad usage of the named command on std::cerr; returns kUsage.
+// Reports bad usage of the named command through the application's log (an error, on
+// std::cerr); returns kUsage.
 int usageError(const char* name, const std::string& message);
+// Logs an error of the named command through the application object.
+void reportError(const char* name, const std::string& message);
 
 // Reads the options of "vfc NAME ARGS..." with vArgList. Returns -1 when the command is to go
 // on; otherwise the usage screen (followed by notes, when given) has been printed on std::cerr
@@ -45,6 +48,8 @@ int parseOptions(const char* name, const Args& args, const vpArgListItem* table,
 std::vector<vString> unassignedWords(const vArgList& args);
 
 int runDump(const Args& args);
+int runExpand(const Args& args);
+int runInfo(const Args& args);
 int runIni(const Args& args);
 int runMatch(const Args& args);
 int runType(const Args& args);

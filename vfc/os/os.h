@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 namespace vfc {
 namespace os {
@@ -63,6 +64,33 @@ char* MapFile(FileHandle file, std::size_t length, bool readOnly);
 // or null name an anonymous mapping. Null on failure.
 char* MapMemory(const char* name, std::size_t length);
 void UnmapView(char* base, std::size_t length);
+
+// ---- process, machine, user --------------------------------------------------------------------
+
+// The running executable's full path; false when the system cannot tell.
+bool ExecutablePath(std::string& path);
+// The operating system's name ("Linux") and the machine's architecture ("x86_64").
+std::string SystemName();
+std::string MachineArchitecture();
+// The machine's network name as the system reports it.
+std::string HostName();
+
+// An entry of the user database.
+struct UserAccount {
+    std::string login;
+    std::string home;
+    std::string fullName;  // the first comma-separated field of the comment (GECOS) field
+};
+// The account of the effective user, or of the given login.
+bool CurrentUser(UserAccount& account);
+bool LookUpUser(const char* login, UserAccount& account);
+
+// Sets an environment variable (copied by the system); false on failure.
+bool SetEnv(const char* name, const char* value);
+
+// Installs handler for the console's interrupt, quit and hang-up signals (SIGINT, SIGQUIT,
+// SIGHUP); interrupted system calls restart. The handler must be async-signal-safe.
+void InstallAbortHandler(void (*handler)(int));
 
 }  // namespace os
 }  // namespace vfc

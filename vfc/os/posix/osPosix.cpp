@@ -1,13 +1,19 @@
 // POSIX implementation of vfc/os/os.h.
 #include <fcntl.h>
+#include <pwd.h>
+#include <signal.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
+#include <sys/utsname.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <clocale>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <vector>
 
 #include "vfc/os/os.h"
 
@@ -119,6 +125,92 @@ char* MapMemory(const char* name, std::size_t length) {
 
 void UnmapView(char* base, std::size_t length) {
     if (base && length) ::munmap(base, length);
+}
+
+bool ExecutablePath(std::string& path) {
+    char buf[PATH_MAX];
+    ssize_t n = ::readlink("/proc/self/exe", buf, sizeof buf);
+    if (n <= 0 || static_cast<size_t>(n) >= sizeof buf) return false;
+    path.assign(buf, static_cast<size_t>(n));
+    return true;
+}
+
+std::string SystemName() {
+    struct utsname u;
+    return ::uname(&u) == 0 ? std::string(u.sysname) : std::string();
+}
+
+std::string MachineArchitecture() {
+    struct utsname u;
+    return ::uname(&u) == 0 ? std::string(u.machine) : std::string();
+}
+
+std::string HostName() {
+    char buf[256];
+    if (::gethostname(buf, sizeof buf) != 0) return std::string();
+    buf[sizeof buf - 1] = '\0';
+    return buf;
+}
+
+namespace {
+
+bool fromEntry(const struct passwd* pw, UserAccount& account) {
+    if (!pw) return false;
+    account.login = pw->pw_name ? pw->pw_name : "";
+    account.home = pw->pw_dir ? pw->pw_dir : "";
+    std::string gecos = pw->pw_gecos ? pw->pw_gecos : "";
+    account.fullName = gecos.substr(0, gecos.find(','));
+    return true;
+}
+
+// Runs lookup with a buffer that grows until the entry fits.
+template <class Lookup>
+bool lookUp(Lookup lookup, UserAccount& account) {
+    std::vector<char> buf(1024);
+    for (;;) {
+        struct passwd entry;
+        struct passwd* found = nullptr;
+        int rc = lookup(&entry, buf.data(), buf.size(), &found);
+        if (rc == ERANGE && buf.size() < (1u << 20)) {
+            buf.resize(buf.size() * 2);
+            continue;
+        }
+        return rc == 0 && fromEntry(found, account);
+    }
+}
+
+}  // namespace
+
+bool CurrentUser(UserAccount& account) {
+    uid_t uid = ::geteuid();
+    return lookUp(
+        [uid](struct passwd* e, char* b, size_t n, struct passwd** r) {
+            return ::getpwuid_r(uid, e, b, n, r);
+        },
+        account);
+}
+
+bool LookUpUser(const char* login, UserAccount& account) {
+    if (!login || !*login) return false;
+    return lookUp(
+        [login](struct passwd* e, char* b, size_t n, struct passwd** r) {
+            return ::getpwnam_r(login, e, b, n, r);
+        },
+        account);
+}
+
+bool SetEnv(const char* name, const char* value) {
+    return name && *name && !std::strchr(name, '=') && ::setenv(name, value ? value : "", 1) == 0;
+}
+
+void InstallAbortHandler(void (*handler)(int)) {
+    struct sigaction action;
+    std::memset(&action, 0, sizeof action);
+    action.sa_handler = handler;
+    sigemptyset(&action.sa_mask);
+    action.sa_flags = SA_RESTART;
+    for (int signal : {SIGINT, SIGQUIT, SIGHUP})
+        ::sigaction(signal, &action, nullptr);
 }
 
 }  // namespace os

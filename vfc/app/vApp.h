@@ -1,0 +1,282 @@
+// vApp: the application object. Every tool creates one near the start of main; it gathers once
+// what tools need to know about the product, the user and the machine, loads the tool's options,
+// installs the console abort handler (SIGINT, SIGQUIT, SIGHUP), and is then the one channel for
+// progress, status, busy indication, abort requests and log messages, and the keeper of the
+// content-type tables. The last vApp constructed is the process-wide instance, vAppInfo().
+//
+//   int main() {
+//       vApp app("Vorlandix", "Convert", "8.0", "convert", kOptions, vApp::eNoLicenseCheck);
+//       vAppProgressStackDepth mark;
+//       app.fStartProgress(mark, files);
+//       for (...) { if (app.fUpdateAbort()) break; ...; app.fStepProgress(); }
+//       app.fEndProgress(mark);
+//       app.fLogMsg("3 files converted", 0);
+//   }
+//
+// The console form writes log messages to std::cout (level 0) and std::cerr (warnings, errors)
+// and shows no progress; a tool with a face of its own derives and overrides the virtual
+// operations. Messages come from a compiled-in catalogue (fSetHINSTANCE names another).
+// Nothing throws; the few operations that can fail return false.
+#ifndef VFC_APP_VAPP_H
+#define VFC_APP_VAPP_H
+
+#include <csignal>
+#include <vector>
+
+#include "vfc/app/vAppProgressStackDepth.h"
+#include "vfc/app/vAppStatusStackDepth.h"
+#include "vfc/app/vpOption.h"
+#include "vfc/base/export.h"
+#include "vfc/collections/vTypedFamily.h"
+#include "vfc/core/vString.h"
+#include "vfc/files/vFile.h"
+
+// A message catalogue: the text of a message number, or null when it has none. The library's
+// own catalogue (vpcLibraryMessages) is the default.
+using vpMessageCatalog = const char* (*)(unsigned id);
+VFC_API const char* vpcLibraryMessages(unsigned id);
+
+class VFC_API vApp {
+  public:
+    // 0: no licence check.
+    enum LicenseType : int { eNoLicenseCheck = 0, eLicenseCheck = 1 };
+    // The platform the library runs on; ePosix here.
+    enum PlatformTypeEnum : int { eUnknownPlatform = 0, eWin16 = 1, eWin32 = 2, ePosix = 3 };
+    enum AppTypeEnum : int { eConsoleApp = 0, eWindowApp = 1, eServiceApp = 2 };
+
+    // A tool without an option table.
+    vApp(const vString& family, const vString& name, const vString& version,
+         LicenseType license = eNoLicenseCheck);
+    // The usual form: the options file is named from optionsName; options is the tool's
+    // table (may be null).
+    vApp(const vString& family, const vString& name, const vString& version,
+         const vString& optionsName, const vpOption* options,
+         LicenseType license = eNoLicenseCheck);
+    // Options from several tables: a null-terminated array of table pointers.
+    vApp(const vString& family, const vString& name, const vString& version,
+         const vString& optionsName, const vpOption* const* optionTables,
+         LicenseType license = eNoLicenseCheck);
+    // Copies every member; the copy does not become the current application.
+    vApp(const vApp& other);
+    vApp& operator=(const vApp& other);
+    // The current application is cleared when it is this one.
+    virtual ~vApp();
+
+    // ---- product, machine, user -------------------------------------------------------------
+    const vFile& executableDir() const { return aExecutableDir; }
+    const vString& productFamily() const { return aProductFamily; }
+    const vString& productName() const { return aProductName; }
+    const vFile& productDir() const { return aProductDir; }
+    const vString& productVersion() const { return aProductVersion; }
+    const vString& productGui() const { return aProductGui; }
+    const vString& productResBasename() const { return aProductResBasename; }
+    const vString& productResPath() const { return aProductResPath; }
+    LicenseType productLicenseType() const { return aLicenseType; }
+    const vString& productUserAgent() const { return aProductUserAgent; }
+    const vString& productVersionMajor() const { return aProductVersionMajor; }
+    const vString& productVersionMinor() const { return aProductVersionMinor; }
+    const bool& productUsesRegistry() const { return aProductUsesRegistry; }
+    const vString& productLangName() const { return aProductLangName; }
+    const vString& userOrganization() const { return aUserOrganization; }
+    const vString& userLogin() const { return aUserLogin; }
+    const vString& userName() const { return aUserName; }
+    const vFile& userDir() const { return aUserDir; }
+    const vString& machineCPU() const { return aMachineCPU; }
+    const vString& machineOS() const { return aMachineOS; }
+    const vString& machineName() const { return aMachineName; }
+    const vString& machineLanguage() const { return aMachineLanguage; }
+    PlatformTypeEnum platformType() const { return aPlatformType; }
+    // "unknown", "win16", "win32" or "posix".
+    const char* platformTypeString() const;
+    AppTypeEnum& appType() { return aAppType; }
+    const AppTypeEnum& appType() const { return aAppType; }
+    // Recomputes the user information (login, home, full name) for another login.
+    bool fChangeUser(const vString& login);
+
+    // ---- options ------------------------------------------------------------------------------
+    const vHashvStringvString& options() const { return aOptions; }
+    // The value of a declared option; false (value untouched) for an undeclared one.
+    bool fGetOption(const vString& name, vString& value) const;
+    // Sets a declared option; false for an undeclared one.
+    bool fSetOption(const vString& name, const vString& value);
+    // The options file: optionsName + ".ini" in the user's configuration folder
+    // ($XDG_CONFIG_HOME, else $HOME/.config); empty for an empty name.
+    void fCalcOptionsName(const vString& optionsName);
+    const vFile& fOptionsFile() const { return aOptionsFile; }
+    // Declares the options of a table with their defaults (expanded); an option declared
+    // already keeps its value.
+    void fAddValidOptions(const vpOption* table);
+    void fAddValidOptionArrays(const vpOption* const* tables);
+    // Reads the options file, when there is one: "name=value" lines outside any section, then
+    // those of the section "[productName]" (which thus wins), override declared options, with
+    // blanks and tabs around name and value dropped; others are ignored. False when the file
+    // exists and cannot be read.
+    bool fLoadOptions();
+    // productLangName from "langpref"; "system" stands for machineLanguage.
+    void fSetProductLangName();
+    // The library's own option table: licence data and "langpref" (default "system").
+    static const vpOption* sfCommonOptions();
+
+    // ---- licence data (handed to a licensing subsystem; options of the same names) -----------
+    virtual vString fLicenseUser() const;
+    virtual vString fLicenseOrganization() const;
+    virtual vString fLicenseKey() const;
+
+    // ---- abort ----------------------------------------------------------------------------------
+    // Called by the console abort handler after it set the abort flag; empty here. It runs in
+    // a signal handler: an override may only do what is async-signal-safe.
+    virtual void fNotifyAbort();
+    // fUpdateNoAbort, then the abort flag.
+    virtual bool fUpdateAbort();
+    // The hook long waits call to keep a face responsive; nothing to do in a console tool.
+    virtual void fUpdateNoAbort();
+    // fUpdateNoAbort, then true (a console tool never stops; a face may ask the user).
+    virtual bool fUpdateContinue(const vString& text);
+    void fSetAbort(bool abort) { aAbort = abort ? 1 : 0; }
+    bool fAbort() const { return aAbort != 0; }
+
+    // ---- status and progress --------------------------------------------------------------------
+    virtual void fStartStatus(vAppStatusStackDepth& mark, const vString& text);
+    virtual void fStartStatus(const vString& text);
+    virtual void fEndStatus(const vAppStatusStackDepth& mark);
+    virtual void fEndStatus();
+    virtual void fStartProgress(vAppProgressStackDepth& mark, int count);
+    virtual void fStartProgress(int count);
+    virtual void fEndProgress(const vAppProgressStackDepth& mark);
+    virtual void fEndProgress();
+    // Shows a progress value (the innermost level's percentage, 0 to 100); empty here, so the
+    // console form shows no figures.
+    virtual void fSetProgress(int value);
+    virtual void fStartBusy();
+    virtual void fEndBusy();
+    // Advances the innermost progress level by n (not past its total) and calls fSetProgress
+    // with its percentage; nothing without an open level.
+    void fStepProgress(int n = 1);
+    bool fHasProgress() const { return !aProgressTotals.empty(); }
+    int fProgressDepth() const { return static_cast<int>(aProgressTotals.size()); }
+    // The innermost level's count and total; 0 without an open level.
+    int fProgressCount() const;
+    int fProgressTotal() const;
+    int fStatusDepth() const { return static_cast<int>(aStatusStack.size()); }
+    // The innermost status text; empty without one.
+    const vString& fStatusText() const;
+    int fBusyCount() const { return aBusyCount; }
+    void fEnableStatus() { aStatusEnabled = true; }
+    void fDisableStatus() { aStatusEnabled = false; }
+    bool fStatusEnabled() const { return aStatusEnabled; }
+
+    // ---- messages ---------------------------------------------------------------------------------
+    // Formats with fFormatLogMessageForConsole and writes the result and a line end to std::cout
+    // (level 0) or std::cerr (1 warning, 2 error, other: an error code), flushed.
+    virtual void fLogMsg(const vString& text, int level);
+    // Empty here.
+    virtual void fClearLogMsg();
+    // The text of message id from the catalogue, or empty; the result stays valid until the
+    // next fLoadString or fGenMessage.
+    virtual const vString& fLoadString(unsigned id);
+    // The text of message id with its first six "%s" replaced by the parameters in order and
+    // any further "%s" by nothing; empty when the message is.
+    virtual const vString& fGenMessage(unsigned id, const vString& p1 = vString(),
+                                       const vString& p2 = vString(),
+                                       const vString& p3 = vString(),
+                                       const vString& p4 = vString(),
+                                       const vString& p5 = vString(),
+                                       const vString& p6 = vString());
+
+    // ---- content types and extensions ---------------------------------------------------------
+    bool fLoadContentTypesAndExtensions(const vFile& file);
+    bool fSaveContentTypesAndExtensions(const vFile& file);
+    void fInsertContentTypeAndExtensionList(const vString& type, const vSlistvString& extensions);
+    void fDeleteContentType(const vString& type);
+    void fInsertExtensionAndContentType(const vString& extension, const vString& type);
+    void fDeleteExtension(const vString& extension);
+    const vHashvStringvSlvString& fContentTypeHash() const { return aContentTypes; }
+    const vHashvStringvString& fExtensionHash() const { return aExtensions; }
+
+    // ---- threads and named mutexes ----------------------------------------------------------
+    void fInsertThreadId(int id) { aThreadSet.fInsert(vInt(id)); }
+    void fDeleteThreadId(int id) { aThreadSet.fDelete(vInt(id)); }
+    const vSetvInt& fThreadSet() const { return aThreadSet; }
+    const vSetvString& mutexNames() const { return aMutexNames; }
+
+    // ---- process-wide -------------------------------------------------------------------------
+    // Installs the console abort handler without (or before) a vApp; it acts on the current
+    // application once there is one. While there is none, the signal keeps its default action.
+    static void fInitGlobalInfoAbortHandlers();
+    // The message catalogue fLoadString reads (null: none, so every message is empty).
+    static void fSetHINSTANCE(vpMessageCatalog catalogue);
+    static vpMessageCatalog fGetHINSTANCE();
+    // Kept for the tools that call them; they do nothing.
+    static void fCalcProgramDir(const vString&) {}
+    static void fCalcVorlandixHome(const vString&) {}
+    static void fForceCalcVorlandixHome(const vString&) {}
+
+  protected:
+    // Level 0: the text without carriage returns. Otherwise the leading line feeds, a prefix
+    // ("WARNING", "ERROR" or "CODE == N"), ": " and the text with continuation lines indented
+    // under its first character.
+    virtual void fFormatLogMessageForConsole(const vString& text, int level, vString& result);
+    // The bookkeeping behind the virtual operations; true when the level opened is the
+    // outermost (which also resets the counter and clears the abort flag).
+    bool fSetStartProgress(int count);
+    void fSetEndProgress();
+    void fSetStartStatus(const vString& text);
+    void fSetEndStatus();
+    void fSetStartBusy();
+    void fSetEndBusy();
+
+  private:
+    void fConstruct(const vString& family, const vString& name, const vString& version,
+                    const vString& optionsName, const vpOption* const* tables,
+                    LicenseType license);
+    void fGatherProductInfo(const vString& family, const vString& name, const vString& version);
+    void fGatherMachineInfo();
+    void fGatherUserInfo();
+
+    vFile aExecutableDir;
+    vString aProductFamily;
+    vString aProductName;
+    vFile aProductDir;
+    vString aProductVersion;
+    vString aProductGui;
+    vString aProductResBasename;
+    vString aProductResPath;
+    LicenseType aLicenseType = eNoLicenseCheck;
+    vString aProductUserAgent;
+    vString aProductVersionMajor;
+    vString aProductVersionMinor;
+    bool aProductUsesRegistry = false;
+    vString aProductLangName;
+    vString aUserOrganization;
+    vString aUserLogin;
+    vString aUserName;
+    vFile aUserDir;
+    vString aMachineCPU;
+    vString aMachineOS;
+    vString aMachineName;
+    vString aMachineLanguage;
+    PlatformTypeEnum aPlatformType = ePosix;
+    AppTypeEnum aAppType = eConsoleApp;
+    vHashvStringvString aOptions;
+    vFile aOptionsFile;
+    std::vector<int> aProgressCounts;  // per open level, innermost last
+    std::vector<int> aProgressTotals;
+    int aProgressCounter = 0;  // reset when the outermost level starts
+    std::vector<vString> aStatusStack;
+    bool aStatusEnabled = true;
+    int aBusyCount = 0;
+    vSlistvString aMessages;
+    vString aMessageBuffer;
+    // Set by the signal handler, hence a sig_atomic_t.
+    volatile std::sig_atomic_t aAbort = 0;
+    vSetvString aMutexNames;
+    vHashvStringvSlvString aContentTypes;
+    vHashvStringvString aExtensions;
+    vSetvInt aThreadSet;
+};
+
+// The current application: the last vApp constructed and not yet destroyed. Without one, a
+// default application ("vfc", "vfc", "0.0"), made on first use and kept, becomes current.
+VFC_API vApp& vAppInfo();
+
+#endif  // VFC_APP_VAPP_H

@@ -1,0 +1,243 @@
+#include "vfc/app/vApp.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+#include "vfc/app/internal/vpAppEnvironment.h"
+#include "vfc/testing/TempDir.h"
+
+namespace {
+
+std::string text(const vString& s) {
+    return std::string(s.data(), s.length());
+}
+
+std::string option(const vApp& app, const char* name) {
+    vString v("(undeclared)");
+    app.fGetOption(name, v);
+    return text(v);
+}
+
+// Sets (null: unsets) a variable for one scope; the old state comes back afterwards.
+class ScopedEnv {
+  public:
+    ScopedEnv(const char* name, const char* value) : aName(name), aWasSet(std::getenv(name)) {
+        if (aWasSet) aOld = std::getenv(name);
+        set(value);
+    }
+    ~ScopedEnv() { set(aWasSet ? aOld.c_str() : nullptr); }
+    void set(const char* v) const { v ? ::setenv(aName.c_str(), v, 1) : ::unsetenv(aName.c_str()); }
+
+  private:
+    std::string aName, aOld;
+    bool aWasSet;
+};
+
+// Every application puts its product directory in front of PATH and reads its options file
+// from the configuration folder (a fresh one here); PATH comes back afterwards.
+class vAppTest : public ::testing::Test {
+  protected:
+    vfc::testing::TempDir aDir;
+    ScopedEnv aPath{"PATH", "/usr/bin:/bin"};
+    ScopedEnv aHome{"VORLANDIXHOME", nullptr};
+    ScopedEnv aConfig{"XDG_CONFIG_HOME", aDir.path().c_str()};
+};
+
+TEST_F(vAppTest, ProductInformation) {
+    vApp a("Vorlandix", "Nimbrook", "8.0");
+    EXPECT_EQ(text(a.productUserAgent()), "Vorlandix Nimbrook/8.0");
+    EXPECT_EQ(text(a.productVersionMajor()) + text(a.productVersionMinor()), "80");
+    vApp b("F", "N", "10.2");  // single characters on purpose
+    EXPECT_EQ(text(b.productVersionMajor()) + "|" + text(b.productVersionMinor()), "1|.");
+    vApp c("F", "N", "7");
+    EXPECT_EQ(text(c.productVersionMajor()) + "|" + text(c.productVersionMinor()), "7|");
+}
+
+TEST_F(vAppTest, ProductDirectoryAndPath) {
+    aHome.set("");  // empty counts as unset: the executable's directory, which holds this test
+    vApp a("F", "N", "1.0");
+    EXPECT_TRUE(std::filesystem::exists(text(a.executableDir().fPath()) + "/vfc_tests"));
+    EXPECT_EQ(text(a.productDir().fPath()), text(a.executableDir().fPath()));
+
+    aHome.set(aDir.path().c_str());
+    aPath.set("/usr/bin:/bin");
+    vApp b("F", "N", "1.0");
+    EXPECT_EQ(text(b.productDir().fPath()), aDir.path());
+    EXPECT_EQ(std::string(std::getenv("PATH")), aDir.path() + ":/usr/bin:/bin");
+
+    // A missing directory leaves PATH alone; an unset PATH gets no empty (current) entry.
+    aHome.set(aDir.file("missing").c_str());
+    vApp c("F", "N", "1.0");
+    EXPECT_EQ(text(c.productDir().fPath()), aDir.file("missing"));
+    EXPECT_EQ(std::string(std::getenv("PATH")), aDir.path() + ":/usr/bin:/bin");
+    aHome.set(aDir.path().c_str());
+    aPath.set(nullptr);
+    vApp d("F", "N", "1.0");
+    EXPECT_EQ(std::string(std::getenv("PATH")), aDir.path());
+}
+
+TEST(vAppLanguage, LocaleVariablesMapToLanguages) {
+    struct Row {
+        const char *all, *messages, *lang, *want;
+    } rows[] = {
+        {nullptr, nullptr, nullptr, "en"},
+        {"", "", "", "en"},
+        {"POSIX", nullptr, nullptr, "en"},
+        {"C.UTF-8", nullptr, nullptr, "en"},
+        {"de_DE.UTF-8", nullptr, nullptr, "de"},
+        {"zh_TW.Big5", nullptr, nullptr, "zh_TW"},
+        {"zh_CN", nullptr, nullptr, "zh"},
+        {"zh_HK", nullptr, nullptr, "zh"},
+        {"fr_CA@euro", nullptr, nullptr, "fr"},
+        {"ja", nullptr, nullptr, "ja"},
+        {"ko_KR", nullptr, nullptr, "ko"},
+        {"es_ES", nullptr, nullptr, "unknown"},
+        {"dex_DE", nullptr, nullptr, "unknown"},
+        // The first one set and not empty decides.
+        {"fr_FR", "ja_JP", "de_DE", "fr"},
+        {"", "ja_JP", "de_DE", "ja"},
+        {nullptr, "", "ko_KR", "ko"},
+        {nullptr, "C", "de_DE", "en"},
+    };
+    for (const Row& r : rows)
+        EXPECT_EQ(text(vpcLanguageFromLocale(r.all, r.messages, r.lang)), r.want)
+            << (r.all ? r.all : "-") << " " << (r.messages ? r.messages : "-") << " "
+            << (r.lang ? r.lang : "-");
+}
+
+TEST_F(vAppTest, MachineAndUserFromTheEnvironment) {
+    ScopedEnv all("LC_ALL", "zh_TW.UTF-8");
+    ScopedEnv user("USER", "somebody-not-in-the-database");
+    ScopedEnv logname("LOGNAME", "other");
+    ScopedEnv home("HOME", "/home/somewhere");
+    ScopedEnv org("ORGANIZATION", "Example Org");
+    vApp a("F", "N", "1.0");
+    EXPECT_EQ(text(a.machineLanguage()), "zh_TW");
+    EXPECT_EQ(text(a.productLangName()), "zh_TW");  // langpref "system"
+    EXPECT_EQ(text(a.userLogin()), "somebody-not-in-the-database");
+    EXPECT_EQ(text(a.userDir().fPath()), "/home/somewhere");
+    EXPECT_EQ(text(a.userOrganization()), "Example Org");
+    EXPECT_TRUE(a.userName().isNull());  // no database entry for that login
+
+    user.set("");
+    vApp b("F", "N", "1.0");
+    EXPECT_EQ(text(b.userLogin()), "other");
+    ASSERT_TRUE(b.fChangeUser("root"));
+    EXPECT_EQ(text(b.userLogin()) + " " + text(b.userDir().fPath()), "root /root");
+    EXPECT_FALSE(b.fChangeUser("no-such-user-here"));
+    EXPECT_EQ(text(b.userLogin()), "root");
+}
+
+const vpOption kTool[] = {
+    {"outdir", "%VFC_TEST_BASE%/out", 0},
+    {"style", "$VFC_TEST_BASE/s:$VFC_TEST_NONE", 0},
+    {"verbose", nullptr, 0},
+    {"langpref", "fr", 0},
+    {nullptr, nullptr, 0},
+};
+const vpOption kMore[] = {{"verbose", "1", 0}, {"extra", "x", 0}, {nullptr, nullptr, 0}};
+
+TEST_F(vAppTest, OptionDefaultsAndTheOptionsFile) {
+    ScopedEnv base("VFC_TEST_BASE", "/srv/doc");
+    ScopedEnv none("VFC_TEST_NONE", nullptr);
+    const vpOption* const tables[] = {kTool, kMore, nullptr};
+    vApp a("F", "N", "1.0", "tool", tables);
+    EXPECT_EQ(option(a, "outdir"), "/srv/doc/out");
+    EXPECT_EQ(option(a, "style"), "/srv/doc/s:$VFC_TEST_NONE");
+    EXPECT_EQ(option(a, "verbose"), "");  // the first declaration wins
+    EXPECT_EQ(option(a, "extra") + option(a, "licenseaddonkeys"), "x");
+    EXPECT_EQ(text(a.productLangName()), "fr");  // the tool's table precedes the common one
+    EXPECT_EQ(text(a.fOptionsFile().fPath()), aDir.file("tool.ini"));
+    EXPECT_FALSE(a.fSetOption("undeclared", "1"));
+    EXPECT_TRUE(a.fSetOption("verbose", "2"));
+    EXPECT_EQ(option(a, "verbose"), "2");
+
+    aDir.write("conv.ini",
+               "outdir = /from/file\r\nundeclared=1\nlicensekey=K-1\nlicenseuser=top\n"
+               "langpref=ja\n[Other]\nverbose=other\n[Conv]\nlicenseuser=product\n");
+    vApp b("F", "Conv", "1.0", "conv", kTool);
+    EXPECT_EQ(option(b, "outdir"), "/from/file");
+    EXPECT_EQ(option(b, "undeclared"), "(undeclared)");
+    EXPECT_EQ(option(b, "verbose"), "");
+    EXPECT_EQ(text(b.fLicenseKey()) + " " + text(b.fLicenseUser()), "K-1 product");
+    EXPECT_EQ(text(b.productLangName()), "ja");
+
+    aDir.write("sys.ini", "langpref=system\n");
+    vApp c("F", "N", "1.0", "sys", kTool);
+    EXPECT_EQ(text(c.productLangName()), text(c.machineLanguage()));
+
+    std::filesystem::create_directory(aDir.file("dir.ini"));  // there, but not readable
+    vApp d("F", "N", "1.0", "dir", kTool);
+    EXPECT_FALSE(d.fLoadOptions());
+    EXPECT_TRUE(b.fLoadOptions());
+}
+
+TEST_F(vAppTest, CurrentApplicationAndCopies) {
+    vApp a("F", "First", "1.0");
+    EXPECT_EQ(&vAppInfo(), &a);
+    {
+        vApp b("F", "Second", "2.0", "tool", kTool);
+        EXPECT_EQ(&vAppInfo(), &b);
+        b.fSetAbort(true);
+        b.fInsertThreadId(7);
+        vApp c(b);
+        EXPECT_EQ(&vAppInfo(), &b);  // a copy does not become current
+        EXPECT_EQ(text(c.productUserAgent()), "F Second/2.0");
+        EXPECT_TRUE(c.fAbort());
+        EXPECT_TRUE(c.options().fIsEqual(b.options()));
+        EXPECT_TRUE(c.fThreadSet().fIsEqual(b.fThreadSet()));
+        a = c;
+        EXPECT_EQ(text(a.productName()) + option(a, "langpref"), "Secondfr");
+    }  // c's destruction leaves the current application alone, b's clears it
+    EXPECT_NE(&vAppInfo(), &a);
+    EXPECT_EQ(text(vAppInfo().productName()), "vfc");
+}
+
+// The hook records its call; the child exits with what it saw: per signal, bit 0 the flag,
+// bit 1 the hook, bit 2 fUpdateAbort.
+class NotifiedApp : public vApp {
+  public:
+    NotifiedApp() : vApp("F", "Signals", "1.0") {}
+    void fNotifyAbort() override { aNotified = 1; }
+    volatile std::sig_atomic_t aNotified = 0;
+};
+
+int raiseAndObserve(NotifiedApp& app, int signal) {
+    app.aNotified = 0;
+    vAppProgressStackDepth mark;
+    app.fStartProgress(mark, 10);  // the outermost level starts unaborted
+    for (int i = 0; i < 100 && !app.fUpdateAbort(); ++i) {
+        if (i == 1) std::raise(signal);
+    }
+    int code = (app.fAbort() ? 1 : 0) | (app.aNotified ? 2 : 0) | (app.fUpdateAbort() ? 4 : 0);
+    app.fEndProgress(mark);
+    return code;
+}
+
+TEST(vAppAbortDeathTest, InterruptQuitAndHangUpSetTheFlagAndCallTheHook) {
+    EXPECT_EXIT(
+        {
+            NotifiedApp app;
+            int code = raiseAndObserve(app, SIGINT) | raiseAndObserve(app, SIGHUP) << 3 |
+                       raiseAndObserve(app, SIGQUIT) << 6;
+            std::fprintf(stderr, "observed %03o\n", static_cast<unsigned>(code));
+            std::_Exit(code == 0777 ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
+    // Without a current application the signal keeps its default action.
+    EXPECT_EXIT(
+        {
+            { NotifiedApp app; }
+            vApp::fInitGlobalInfoAbortHandlers();
+            std::raise(SIGINT);
+            std::_Exit(0);
+        },
+        ::testing::KilledBySignal(SIGINT), "");
+}
+
+}  // namespace

@@ -1,0 +1,35 @@
+// The environment functions: reading and setting variables, splitting the search path,
+// sleeping, and expanding the variable references users write into paths and settings.
+//
+//   vString path("%VORLANDIXHOME%/styles/$LANG/site.css");
+//   vpcUserEnvExpand(path);   // "/opt/vorlandix/styles/en/site.css"
+//
+// A reference is "%" name "%" or "$" name (the name running to the next "$", "/", ":" or "\").
+// "VORLANDIXHOME" is the current application's product directory whatever the environment
+// says; then come environment variables; then the folder names CSIDL_PERSONAL (the user's
+// documents folder), CSIDL_APPDATA (the user's configuration folder) and CSIDL_WINDOWS (which
+// has no counterpart here and stays as written); the folders are looked up once per process.
+// Unknown references stay as written, and expanded values are not expanded again.
+#ifndef VFC_APP_VPCENV_H
+#define VFC_APP_VPCENV_H
+
+#include "vfc/base/export.h"
+#include "vfc/collections/vTypedFamily.h"
+#include "vfc/core/vInt.h"
+#include "vfc/core/vString.h"
+
+// The variable's value; false, with value untouched, when it is not set.
+VFC_API bool vpcGetEnv(const vString& name, vString& value);
+// Sets the variable (the text "name=value" is handed to the system).
+VFC_API void vpcPutEnv(const vString& name, const vString& value);
+// The entries of "PATH" in order, split at the platform's list separator (":" here); empty
+// entries vanish.
+VFC_API void vpcGetPathList(vSlistvString& list);
+// Sleeps for whole seconds (nothing for zero or less).
+VFC_API void vpcSleep(const vInt& seconds);
+// Expands the variable references of text in place (see above).
+VFC_API void vpcUserEnvExpand(vString& text);
+// The list separator of "PATH" on this platform: ":".
+VFC_API char vpcPathListSeparator();
+
+#endif  // VFC_APP_VPCENV_H

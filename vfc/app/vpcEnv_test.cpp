@@ -1,0 +1,129 @@
+#include "vfc/app/vpcEnv.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <string>
+
+#include "vfc/app/internal/vpAppEnvironment.h"
+#include "vfc/app/vApp.h"
+#include "vfc/testing/TempDir.h"
+
+namespace {
+
+// Sets (null: unsets) a variable for one scope; the old state comes back afterwards.
+class ScopedEnv {
+  public:
+    ScopedEnv(const char* name, const char* value) : aName(name), aWasSet(std::getenv(name)) {
+        if (aWasSet) aOld = std::getenv(name);
+        set(value);
+    }
+    ~ScopedEnv() { set(aWasSet ? aOld.c_str() : nullptr); }
+    void set(const char* v) const { v ? ::setenv(aName.c_str(), v, 1) : ::unsetenv(aName.c_str()); }
+
+  private:
+    std::string aName, aOld;
+    bool aWasSet;
+};
+
+std::string expand(const char* in) {
+    vString s(in);
+    vpcUserEnvExpand(s);
+    return std::string(s.data(), s.length());
+}
+
+TEST(vpcEnv, GetPutPathListAndSleep) {
+    ScopedEnv var("VFC_TEST_VAR", nullptr);
+    vString value("untouched");
+    EXPECT_FALSE(vpcGetEnv("VFC_TEST_VAR", value));
+    EXPECT_EQ(std::string(value.data()), "untouched");
+    vpcPutEnv("VFC_TEST_VAR", "a=b c");
+    ASSERT_TRUE(vpcGetEnv("VFC_TEST_VAR", value));
+    EXPECT_EQ(std::string(value.data()), "a=b c");
+
+    ScopedEnv path("PATH", "a::b:");
+    vSlistvString list;
+    list.fInsert("stale");
+    vpcGetPathList(list);
+    std::string joined;
+    for (vSlistvStringIter it(list); it.fAdvance();)
+        joined += std::string(it.aKey().data()) + "|";
+    EXPECT_EQ(joined, "a|b|");
+    path.set(nullptr);
+    vpcGetPathList(list);
+    EXPECT_EQ(list.fEntries(), 0u);
+
+    auto start = std::chrono::steady_clock::now();
+    vpcSleep(vInt(-3));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(500));
+    vpcSleep(vInt(1));
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(1000));
+}
+
+TEST(vpcEnv, ExpandsBothReferenceForms) {
+    ScopedEnv temp("TEMP", "/var/tmp"), a("A", "1"), x("X", "xv"), v("V", "%X%");
+    ScopedEnv unknown("VFC_TEST_UNKNOWN", nullptr);
+    const char* rows[][2] = {
+        {"%TEMP%\\x", "/var/tmp\\x"},
+        {"$TEMP/x", "/var/tmp/x"},
+        {"$TEMP\\x$A", "/var/tmp\\x1"},
+        {"%%", "%%"},
+        {"cost: 5$", "cost: 5$"},
+        {"$A:B", "1:B"},
+        {"%%A%", "%1"},  // "%%" holds no name; the second "%" opens one
+        {"%VFC_TEST_UNKNOWN%/$VFC_TEST_UNKNOWN/x", "%VFC_TEST_UNKNOWN%/$VFC_TEST_UNKNOWN/x"},
+        {"%a%", "%a%"},  // names are compared with case
+        // Values are not scanned again, but the scan goes on after them.
+        {"%V%-%X%", "%X%-xv"},
+        {"$V$X", "%X%xv"},
+        {"%CSIDL_WINDOWS%", "%CSIDL_WINDOWS%"},
+    };
+    for (auto& r : rows)
+        EXPECT_EQ(expand(r[0]), r[1]) << r[0];
+}
+
+TEST(vpcEnv, ProductDirectoryIsReservedAndWins) {
+    vfc::testing::TempDir dir;
+    ScopedEnv path("PATH", "/bin");
+    ScopedEnv home("VORLANDIXHOME", dir.path().c_str());
+    vApp app("F", "N", "1.0");
+    home.set("/somewhere/else");
+    EXPECT_EQ(expand("%VORLANDIXHOME%/bin"), dir.path() + "/bin");
+    EXPECT_EQ(expand("$VORLANDIXHOME/bin"), dir.path() + "/bin");
+}
+
+TEST(vpcEnv, FolderNames) {
+    vfc::testing::TempDir dir;
+    ScopedEnv config("XDG_CONFIG_HOME", dir.path().c_str()), home("HOME", "/home/u");
+    ScopedEnv appdata("CSIDL_APPDATA", nullptr), personal("CSIDL_PERSONAL", nullptr);
+    vpcForgetUserFolders();
+    EXPECT_EQ(expand("%CSIDL_APPDATA%/tool"), dir.path() + "/tool");
+    EXPECT_EQ(expand("$CSIDL_PERSONAL/a"), "/home/u/Documents/a");
+    // Looked up once; a variable of the same name comes first.
+    config.set("/elsewhere");
+    EXPECT_EQ(expand("%CSIDL_APPDATA%"), dir.path());
+    appdata.set("/from/env");
+    EXPECT_EQ(expand("%CSIDL_APPDATA%"), "/from/env");
+
+    // The documents folder from the user-dirs file: home-relative, absolute, or ignored.
+    config.set(dir.path().c_str());
+    const char* files[][2] = {
+        {"# desktop\nXDG_DESKTOP_DIR=\"$HOME/D\"\nXDG_DOCUMENTS_DIR=\"$HOME/Dok\"\n",
+         "/home/u/Dok"},
+        {"  XDG_DOCUMENTS_DIR = \"/data/docs\"\n", "/data/docs"},
+        {"XDG_DOCUMENTS_DIR=\"relative\"\n", "/home/u/Documents"},
+    };
+    for (auto& f : files) {
+        dir.write("user-dirs.dirs", f[0]);
+        vpcForgetUserFolders();
+        EXPECT_EQ(expand("%CSIDL_PERSONAL%"), f[1]) << f[0];
+    }
+    appdata.set(nullptr);
+    config.set("");
+    vpcForgetUserFolders();
+    EXPECT_EQ(expand("%CSIDL_APPDATA%"), "/home/u/.config");
+    vpcForgetUserFolders();
+}
+
+}  // namespace

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "vfc/app/internal/vpAppEnvironment.h"
+#include "vfc/testing/ScopedEnv.h"
 #include "vfc/testing/TempDir.h"
 
 namespace {
@@ -23,20 +24,7 @@ std::string option(const vApp& app, const char* name) {
     return text(v);
 }
 
-// Sets (null: unsets) a variable for one scope; the old state comes back afterwards.
-class ScopedEnv {
-  public:
-    ScopedEnv(const char* name, const char* value) : aName(name), aWasSet(std::getenv(name)) {
-        if (aWasSet) aOld = std::getenv(name);
-        set(value);
-    }
-    ~ScopedEnv() { set(aWasSet ? aOld.c_str() : nullptr); }
-    void set(const char* v) const { v ? ::setenv(aName.c_str(), v, 1) : ::unsetenv(aName.c_str()); }
-
-  private:
-    std::string aName, aOld;
-    bool aWasSet;
-};
+using vfc::testing::ScopedEnv;
 
 // Every application puts its product directory in front of PATH and reads its options file
 // from the configuration folder (a fresh one here); PATH comes back afterwards.

@@ -8,24 +8,12 @@
 
 #include "vfc/app/internal/vpAppEnvironment.h"
 #include "vfc/app/vApp.h"
+#include "vfc/testing/ScopedEnv.h"
 #include "vfc/testing/TempDir.h"
 
 namespace {
 
-// Sets (null: unsets) a variable for one scope; the old state comes back afterwards.
-class ScopedEnv {
-  public:
-    ScopedEnv(const char* name, const char* value) : aName(name), aWasSet(std::getenv(name)) {
-        if (aWasSet) aOld = std::getenv(name);
-        set(value);
-    }
-    ~ScopedEnv() { set(aWasSet ? aOld.c_str() : nullptr); }
-    void set(const char* v) const { v ? ::setenv(aName.c_str(), v, 1) : ::unsetenv(aName.c_str()); }
-
-  private:
-    std::string aName, aOld;
-    bool aWasSet;
-};
+using vfc::testing::ScopedEnv;
 
 std::string expand(const char* in) {
     vString s(in);

@@ -279,4 +279,8 @@ class VFC_API vApp {
 // default application ("vfc", "vfc", "0.0"), made on first use and kept, becomes current.
 VFC_API vApp& vAppInfo();
 
+// Logging entry points kept for the tools that call them: they accept their text and do nothing.
+VFC_API void vlogF(const vString& text);
+VFC_API void vlogF(const vString& first, const vString& second);
+
 #endif  // VFC_APP_VAPP_H

@@ -262,3 +262,7 @@ void vApp::fSetStartBusy() {
 void vApp::fSetEndBusy() {
     if (aBusyCount > 0) --aBusyCount;
 }
+
+void vlogF(const vString&) {}
+
+void vlogF(const vString&, const vString&) {}

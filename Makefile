@@ -54,6 +54,8 @@ demo: build
 	$(BUILD)/tools/vfc/vfc info
 	@echo '--- vfc expand: variable references in both forms; VORLANDIXHOME is the product directory'
 	$(BUILD)/tools/vfc/vfc expand '%HOME%/docs' '$$HOME/.config' '%VORLANDIXHOME%/styles' '%UNSET_NAME%'
+	@echo '--- vfc run: a child process with its output captured (exit status: the child'"'"'s)'
+	$(BUILD)/tools/vfc/vfc run sh -c 'echo converted $$(wc -l < samples/notes.txt) lines of notes'
 	@echo '--- vfc urlencode / urldecode'
 	$(BUILD)/tools/vfc/vfc urlencode 'Release Notes/2026 #3.html' '~user/a b?x=1&y=2'
 	$(BUILD)/tools/vfc/vfc urldecode 'Release%20Notes%2f2026%20%233.html' 'keep%00%zz'
@@ -78,6 +80,7 @@ bench:
 	$(BUILD)-bench/bench/collections_bench
 	$(BUILD)-bench/bench/path_bench
 	$(BUILD)-bench/bench/io_bench
+	$(BUILD)-bench/bench/process_bench
 	@if [ -x $(BUILD)-bench/bench/persist_bench ]; then $(BUILD)-bench/bench/persist_bench; \
 	else echo "persist_bench not built (Boost.Serialization missing)"; fi
 

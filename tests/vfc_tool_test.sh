@@ -167,8 +167,25 @@ grep -q '\[####################\] 100%' <<<"$tty_out" ||
 plain_err=$("$vfc" type types/readme types/logo.gif 2>&1 >/dev/null)
 [ -z "$plain_err" ] || { echo "FAIL progress drawn without a terminal: $plain_err"; failures=$((failures + 1)); }
 
+# Child processes: captured output, the child's exit code, start failures through the log.
+expect "run captures" 0 "hello world" -- "$vfc" run sh -c 'echo hello world'
+expect "run keeps CR LF in its output" 0 "a \\r \\n b" -- bash -c "'$vfc' run printf 'a\\r\\nb' | od -An -c | tr -s ' ' | sed 's/^ //'"
+expect "run exit code" 7 "" -- "$vfc" run sh -c 'exit 7'
+"$vfc" run -out "$tmp/run.txt" printf 'a\r\nb\r\n' &&
+    cmp -s "$tmp/run.txt" <(printf 'a\nb\n') ||
+    { echo "FAIL run -out: CRs not removed"; failures=$((failures + 1)); }
+"$vfc" run -out "$tmp/run.bin" -binary printf 'a\r\n' &&
+    cmp -s "$tmp/run.bin" <(printf 'a\r\n') ||
+    { echo "FAIL run -out -binary changed the bytes"; failures=$((failures + 1)); }
+expect "run of a missing program" 1 "ERROR: The application was unable to execute the command
+       no-such-program-vfc --x
+       because the specified file or path was not found." \
+    -- bash -c "'$vfc' run no-such-program-vfc --x 2>&1 >/dev/null"
+expect "run without command" 2 "" -- "$vfc" run
+expect "run -out without file" 2 "" -- "$vfc" run -out
+
 help=$("$vfc" -help)
-for sub in dump grep urlencode urldecode; do
+for sub in dump grep urlencode urldecode run; do
     grep -q "^  $sub " <<<"$help" || { echo "FAIL vfc -help does not list $sub"; failures=$((failures + 1)); }
     "$vfc" $sub -help | grep -q "^usage: vfc $sub " ||
         { echo "FAIL vfc $sub -help"; failures=$((failures + 1)); }

@@ -93,4 +93,7 @@
 #include "vfc/app/vpOption.h"
 #include "vfc/app/vpcEnv.h"
 
+#include "vfc/system/vLibrary.h"
+#include "vfc/system/vProcess.h"
+
 #endif  // VFC_VFC_H

@@ -45,6 +45,14 @@ const std::vector<Command>& commands() {
          "print the relative path that leads from directory FROM to TO", nullptr, runRel},
         {"resolve", "[-notation NOTATION] BASE REL",
          "print REL resolved against the directory BASE", nullptr, runResolve},
+        {"run", "[-out FILE [-binary]] COMMAND [ARG...]",
+         "run a program with its output captured; exit with its exit code",
+         "Runs COMMAND (searched in PATH; no shell) with standard output and standard error\n"
+         "captured together, and prints what it wrote, or writes it to FILE with -out (carriage\n"
+         "returns removed unless -binary is given). The exit status is the program's; 1 when it\n"
+         "cannot be started (the reason goes to standard error), 2 on bad usage. Options must\n"
+         "come before COMMAND; every word after it belongs to the command.",
+         runRun},
         {"urlencode", "TEXT...", "print each TEXT with URL escapes",
          "Escapes blank \" # % & ' / < > ? [ \\ ] ^ ` { | } ~ as %xx (lower-case hex).",
          runUrlEncode},

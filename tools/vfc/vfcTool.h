@@ -57,6 +57,7 @@ int runGrep(const Args& args);
 int runPath(const Args& args);
 int runRel(const Args& args);
 int runResolve(const Args& args);
+int runRun(const Args& args);
 int runUrlEncode(const Args& args);
 int runUrlDecode(const Args& args);
 

@@ -21,8 +21,8 @@
 //
 // The hash members are not final: vArgList is a vHashvStringvString.
 //
-// Members over vLibrary and the file-reference components (vSlistvLibrary, vpSlistvpFRefCs)
-// join the list when those element classes are added.
+// The member over the file-reference components (vpSlistvpFRefCs) joins the list when that
+// element class is added.
 #ifndef VFC_COLLECTIONS_VTYPEDFAMILY_H
 #define VFC_COLLECTIONS_VTYPEDFAMILY_H
 
@@ -43,6 +43,7 @@
 #include "vfc/files/vPathComponentList.h"
 #include "vfc/persist/vClassIds.h"
 #include "vfc/rw/RWCollectable.h"
+#include "vfc/system/vLibrary.h"
 #include "vfc/text/vRegExp.h"
 
 // clang-format off
@@ -77,6 +78,7 @@
     LIST  (vSlistvPath,               vPath)                             \
     HASH  (vHashvStringvSlvPath,      vString, vSlistvPath)              \
     HASH  (vHashvIntvHvSvS,           vInt,    vHashvStringvString)      \
+    LIST  (vSlistvLibrary,            vLibrary)                          \
     HASH  (vHashvIntvFloat,           vInt,    vFloat)                   \
     LIST  (vSlistvFloat,              vFloat)                            \
     HASH  (vHashvFilevString,         vFile,   vString)                  \

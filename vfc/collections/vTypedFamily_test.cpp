@@ -129,6 +129,13 @@ struct Sample<vFile> {
     }
 };
 template <>
+struct Sample<vLibrary> {
+    static std::unique_ptr<vLibrary> make(int i) {
+        return std::make_unique<vLibrary>(("P" + std::to_string(i) + "_").c_str(),
+                                          vFile(Sample<vString>::make(i)->data()));
+    }
+};
+template <>
 struct Sample<vPathComponentList> {
     static std::unique_ptr<vPathComponentList> make(int i) {
         auto list = std::make_unique<vPathComponentList>();
@@ -234,7 +241,7 @@ TEST(vTypedFamily, EveryMemberHasItsIdentifierAndRoundTrips) {
 #undef CHECK_SEQUENCE
 #undef CHECK_HASHED
 #undef CHECK_HASH
-    EXPECT_EQ(members, 52);
+    EXPECT_EQ(members, 53);
 }
 
 TEST(vTypedFamily, NestedMembersRoundTripEqual) {

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace vfc {
 namespace os {
@@ -91,6 +92,43 @@ bool SetEnv(const char* name, const char* value);
 // Installs handler for the console's interrupt, quit and hang-up signals (SIGINT, SIGQUIT,
 // SIGHUP); interrupted system calls restart. The handler must be async-signal-safe.
 void InstallAbortHandler(void (*handler)(int));
+
+// ---- child processes ----------------------------------------------------------------------
+
+// Why a child could not be started.
+enum class SpawnError { eNone, eNotFound, eNoResources, eOther };
+
+// Starts argv[0] (searched in PATH when it holds no "/") with argv as its arguments, in this
+// process's environment and directory, without a shell. Its standard input reads /dev/null;
+// with outputFd >= 0 its standard output and standard error both go to outputFd, otherwise it
+// keeps this process's. It inherits no other descriptor. On success pid is the child's id.
+SpawnError Spawn(const std::vector<std::string>& argv, int outputFd, int& pid);
+
+// The exit code of a child (128 + N for a child ended by signal N); kStillRunning when it has
+// not ended (wait false) and -1 when pid is no child of this process. wait true blocks until the
+// child ends. A child whose code was read is gone (reaped).
+constexpr int kStillRunning = 259;
+int ChildExitCode(int pid, bool wait);
+// The same, waiting at most timeoutMs for the child to end (kStillRunning after that).
+int ChildExitCodeWithin(int pid, unsigned timeoutMs);
+
+// A pipe whose ends are closed on exec; false on failure.
+bool MakePipe(int& readEnd, int& writeEnd);
+// Reads up to n bytes, retrying interrupted reads: the count read, 0 at the end, -1 on error.
+long ReadSome(int fd, char* buffer, std::size_t n);
+void CloseDescriptor(int fd);
+// True when path names a regular file this process may execute.
+bool IsExecutableFile(const char* path);
+// Sleeps for ms milliseconds, or us microseconds.
+void SleepMilliseconds(unsigned ms);
+void SleepMicroseconds(unsigned us);
+
+// ---- dynamic libraries --------------------------------------------------------------------------
+
+// Loads a shared library (all symbols resolved now); null on failure. Never unloaded.
+void* LoadLibrary(const char* path);
+// The address of an exported symbol, or null.
+void* FindSymbol(void* library, const char* name);
 
 }  // namespace os
 }  // namespace vfc

@@ -1,11 +1,18 @@
 // POSIX implementation of vfc/os/os.h.
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <pwd.h>
 #include <signal.h>
+#include <spawn.h>
+#include <poll.h>
 #include <sys/mman.h>
+#include <sys/syscall.h>
 #include <sys/stat.h>
 #include <sys/utsname.h>
+#include <sys/wait.h>
 #include <unistd.h>
+
+#include <ctime>
 
 #include <cerrno>
 #include <climits>
@@ -211,6 +218,130 @@ void InstallAbortHandler(void (*handler)(int)) {
     action.sa_flags = SA_RESTART;
     for (int signal : {SIGINT, SIGQUIT, SIGHUP})
         ::sigaction(signal, &action, nullptr);
+}
+
+SpawnError Spawn(const std::vector<std::string>& argv, int outputFd, int& pid) {
+    if (argv.empty() || argv[0].empty()) return SpawnError::eNotFound;
+    std::vector<char*> args;
+    for (const std::string& a : argv)
+        args.push_back(const_cast<char*>(a.c_str()));
+    args.push_back(nullptr);
+
+    posix_spawn_file_actions_t actions;
+    if (posix_spawn_file_actions_init(&actions) != 0) return SpawnError::eNoResources;
+    int rc = posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
+    if (rc == 0 && outputFd >= 0) {
+        rc = posix_spawn_file_actions_adddup2(&actions, outputFd, 1);
+        if (rc == 0) rc = posix_spawn_file_actions_adddup2(&actions, outputFd, 2);
+    }
+    // Descriptors this process opened without close-on-exec (standard file streams do) must
+    // not reach the child either.
+    if (rc == 0) rc = posix_spawn_file_actions_addclosefrom_np(&actions, 3);
+    pid_t child = 0;
+    if (rc == 0) rc = ::posix_spawnp(&child, args[0], &actions, nullptr, args.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (rc == 0) {
+        pid = static_cast<int>(child);
+        return SpawnError::eNone;
+    }
+    switch (rc) {
+        case ENOENT:
+        case ENOTDIR: return SpawnError::eNotFound;
+        case ENOMEM:
+        case EAGAIN: return SpawnError::eNoResources;
+        default: return SpawnError::eOther;
+    }
+}
+
+int ChildExitCode(int pid, bool wait) {
+    if (pid <= 0) return -1;
+    int status = 0;
+    pid_t r;
+    do {
+        r = ::waitpid(static_cast<pid_t>(pid), &status, wait ? 0 : WNOHANG);
+    } while (r < 0 && errno == EINTR);
+    if (r == 0) return kStillRunning;
+    if (r < 0) return -1;
+    if (WIFEXITED(status)) return WEXITSTATUS(status);
+    if (WIFSIGNALED(status)) return 128 + WTERMSIG(status);
+    return -1;
+}
+
+int ChildExitCodeWithin(int pid, unsigned timeoutMs) {
+    int code = ChildExitCode(pid, false);
+    if (code != kStillRunning || timeoutMs == 0) return code;
+    // A process descriptor becomes readable when the child ends, so the wait ends exactly
+    // then; where the system has none, poll with growing sleeps instead.
+#if defined(SYS_pidfd_open)
+    int fd = static_cast<int>(::syscall(SYS_pidfd_open, static_cast<pid_t>(pid), 0));
+#else
+    int fd = -1;
+#endif
+    if (fd >= 0) {
+        struct pollfd p;
+        p.fd = fd;
+        p.events = POLLIN;
+        p.revents = 0;
+        int rc;
+        do {
+            rc = ::poll(&p, 1, static_cast<int>(timeoutMs));
+        } while (rc < 0 && errno == EINTR);
+        ::close(fd);
+        return ChildExitCode(pid, false);
+    }
+    unsigned waitedUs = 0;
+    for (unsigned stepUs = 10; code == kStillRunning && waitedUs < timeoutMs * 1000u;
+         stepUs = stepUs < 2000 ? stepUs * 2 : stepUs) {
+        SleepMicroseconds(stepUs);
+        waitedUs += stepUs;
+        code = ChildExitCode(pid, false);
+    }
+    return code;
+}
+
+bool MakePipe(int& readEnd, int& writeEnd) {
+    int fds[2];
+    if (::pipe2(fds, O_CLOEXEC) != 0) return false;
+    readEnd = fds[0];
+    writeEnd = fds[1];
+    return true;
+}
+
+long ReadSome(int fd, char* buffer, std::size_t n) {
+    for (;;) {
+        ssize_t r = ::read(fd, buffer, n);
+        if (r >= 0 || errno != EINTR) return static_cast<long>(r);
+    }
+}
+
+void CloseDescriptor(int fd) {
+    if (fd >= 0) ::close(fd);
+}
+
+bool IsExecutableFile(const char* path) {
+    struct stat st;
+    return path && *path && ::stat(path, &st) == 0 && S_ISREG(st.st_mode) &&
+           ::access(path, X_OK) == 0;
+}
+
+void SleepMicroseconds(unsigned us) {
+    struct timespec t;
+    t.tv_sec = static_cast<time_t>(us / 1000000);
+    t.tv_nsec = static_cast<long>(us % 1000000) * 1000L;
+    while (::nanosleep(&t, &t) != 0 && errno == EINTR) {
+    }
+}
+
+void SleepMilliseconds(unsigned ms) {
+    SleepMicroseconds(ms * 1000u);
+}
+
+void* LoadLibrary(const char* path) {
+    return path && *path ? ::dlopen(path, RTLD_NOW) : nullptr;
+}
+
+void* FindSymbol(void* library, const char* name) {
+    return library && name ? ::dlsym(library, name) : nullptr;
 }
 
 }  // namespace os

@@ -1,0 +1,218 @@
+#include "vfc/system/vProcess.h"
+
+#include <cstdint>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "vfc/app/vApp.h"
+#include "vfc/app/vArgList.h"
+#include "vfc/app/vpcEnv.h"
+#include "vfc/collections/vTypedFamily.h"
+#include "vfc/os/os.h"
+#include "vfc/text/vOfstream.h"
+
+namespace {
+
+// Bytes asked for per read of a captured child's output.
+constexpr std::size_t kReadSize = 256;
+// Milliseconds between two looks at a child that is waited for.
+constexpr unsigned kWaitPollMs = 200;
+// A captured child normally ends right after its output does; it is given this long to end
+// before it is taken as still running.
+constexpr unsigned kExitGraceMs = 20;
+
+// Children this process started and did not reap yet: detached ones nobody waits for and
+// captured ones that were still running when their output ended. Reaped without blocking at
+// the start of every run and when a vProcess goes, so that ended children do not linger.
+class ChildRegistry {
+  public:
+    void fAdd(int pid) {
+        std::lock_guard<std::mutex> lock(aMutex);
+        aPids.push_back(pid);
+    }
+    // Forgets pid (someone is about to wait for it).
+    void fRemove(int pid) {
+        std::lock_guard<std::mutex> lock(aMutex);
+        for (std::size_t i = 0; i < aPids.size(); ++i) {
+            if (aPids[i] == pid) {
+                aPids.erase(aPids.begin() + static_cast<std::ptrdiff_t>(i));
+                return;
+            }
+        }
+    }
+    // Reaps every child that has ended; a pid that is no longer our child is dropped too.
+    void fReapEnded() {
+        std::lock_guard<std::mutex> lock(aMutex);
+        std::size_t kept = 0;
+        for (int pid : aPids) {
+            if (vfc::os::ChildExitCode(pid, false) == vfc::os::kStillRunning) aPids[kept++] = pid;
+        }
+        aPids.resize(kept);
+    }
+
+  private:
+    std::mutex aMutex;
+    std::vector<int> aPids;
+};
+
+// Made on first use and never freed: children may still be reaped from static destructors.
+ChildRegistry& Registry() {
+    static ChildRegistry* registry = new ChildRegistry;
+    return *registry;
+}
+
+// Splits the command line into the child's argument vector; the tokenizer's messages go to
+// error. False when the line does not split or holds no word.
+bool SplitCommand(const vString& commandLine, std::vector<std::string>& argv, vString& error) {
+    vSlistvString words;
+    vString messages;
+    bool ok = vArgList::fParseStringIntoSlist(commandLine, words, messages);
+    error.append(messages.data(), messages.length());
+    if (!ok || words.fEntries() == 0) return false;
+    vSlistvStringIter it(words);
+    while (it.fAdvance())
+        argv.emplace_back(it.aKey().data(), it.aKey().length());
+    return true;
+}
+
+// The catalogue message for a failed start, with the command in its first slot.
+void StartFailure(vfc::os::SpawnError e, const vString& commandLine, vString& error) {
+    unsigned id = 6003;
+    if (e == vfc::os::SpawnError::eNotFound) id = 6000;
+    if (e == vfc::os::SpawnError::eNoResources) id = 6001;
+    error = vAppInfo().fGenMessage(id, commandLine);
+}
+
+// Writes the bytes to the stream, without carriage returns unless it is binary, and flushes.
+void WriteCaptured(vOfstream& file, const char* data, std::size_t n) {
+    if (file.fBinary()) {
+        file.fWrite(data, static_cast<unsigned>(n));
+    } else {
+        char kept[kReadSize];
+        unsigned k = 0;
+        for (std::size_t i = 0; i < n; ++i) {
+            if (data[i] != '\r') kept[k++] = data[i];
+        }
+        file.fWrite(kept, k);
+    }
+    file.flush();
+}
+
+}  // namespace
+
+vProcess::~vProcess() {
+    Registry().fReapEnded();
+}
+
+bool vProcess::fExecute(const vString& commandLine, bool wait, bool /*unused*/) {
+    Registry().fReapEnded();
+    mError = vString();
+    std::vector<std::string> argv;
+    if (!SplitCommand(commandLine, argv, mError)) return false;
+
+    int pid = 0;
+    vfc::os::SpawnError e = vfc::os::Spawn(argv, -1, pid);
+    if (e != vfc::os::SpawnError::eNone) {
+        StartFailure(e, commandLine, mError);
+        return false;
+    }
+    if (wait) {
+        mExitCode = static_cast<int>(
+            sfWaitForTermination(reinterpret_cast<void*>(static_cast<std::intptr_t>(pid))));
+    } else {
+        Registry().fAdd(pid);
+    }
+    return true;
+}
+
+bool vProcess::fExecute(const vString& commandLine, vOfstream* output) {
+    return fReadPipe_i(commandLine, nullptr, output);
+}
+
+bool vProcess::fReadPipe(const vString& commandLine, vString& output) {
+    return fReadPipe_i(commandLine, &output, nullptr);
+}
+
+bool vProcess::fReadPipe_i(const vString& commandLine, vString* text, vOfstream* file) {
+    Registry().fReapEnded();
+    mError = vString();
+    std::vector<std::string> argv;
+    if (!SplitCommand(commandLine, argv, mError)) return false;
+
+    int readEnd = -1;
+    int writeEnd = -1;
+    if (!vfc::os::MakePipe(readEnd, writeEnd)) {
+        StartFailure(vfc::os::SpawnError::eNoResources, commandLine, mError);
+        return false;
+    }
+    int pid = 0;
+    vfc::os::SpawnError e = vfc::os::Spawn(argv, writeEnd, pid);
+    // Only the child keeps a write end, so the pipe ends when the child's output does.
+    vfc::os::CloseDescriptor(writeEnd);
+    if (e != vfc::os::SpawnError::eNone) {
+        vfc::os::CloseDescriptor(readEnd);
+        StartFailure(e, commandLine, mError);
+        return false;
+    }
+    mProcessId = pid;
+    if (mStartCallback) mStartCallback(pid, mStartData);
+
+    // Read until the end of the data. Interrupted reads are retried below this level; any
+    // other read error cannot go away by trying again on a pipe, so it ends the output too.
+    char buffer[kReadSize];
+    for (;;) {
+        long n = vfc::os::ReadSome(readEnd, buffer, kReadSize);
+        if (n <= 0) break;
+        if (text) {
+            text->append(buffer, static_cast<std::size_t>(n));
+        } else if (file) {
+            WriteCaptured(*file, buffer, static_cast<std::size_t>(n));
+        }
+    }
+    vfc::os::CloseDescriptor(readEnd);
+
+    int code = vfc::os::ChildExitCodeWithin(pid, kExitGraceMs);
+    if (code == vfc::os::kStillRunning) {
+        mExitCode = kStillActive;
+        Registry().fAdd(pid);
+    } else if (code >= 0) {
+        mExitCode = code;
+    }
+    return true;
+}
+
+unsigned long vProcess::sfWaitForTermination(void* processHandle) {
+    int pid = static_cast<int>(reinterpret_cast<std::intptr_t>(processHandle));
+    // Whoever waits owns the child now; the registry must not reap it in between.
+    Registry().fRemove(pid);
+    int code = vfc::os::ChildExitCode(pid, false);
+    while (code == kStillActive) {
+        vfc::os::SleepMilliseconds(kWaitPollMs);
+        vAppInfo().fUpdateNoAbort();
+        code = vfc::os::ChildExitCode(pid, false);
+    }
+    return static_cast<unsigned long>(code);
+}
+
+bool vProcess::IsExecutable(const vString& name, vFile& found) {
+    if (name.isNull()) return false;
+    if (name.index("/") != RW_NPOS) {
+        if (!vfc::os::IsExecutableFile(name.data())) return false;
+        found = vFile(name);
+        return true;
+    }
+    vSlistvString path;
+    vpcGetPathList(path);
+    vSlistvStringIter it(path);
+    while (it.fAdvance()) {
+        vString candidate = it.aKey();
+        if (candidate(candidate.length() - 1) != '/') candidate.append("/");
+        candidate.append(name.data(), name.length());
+        if (vfc::os::IsExecutableFile(candidate.data())) {
+            found = vFile(candidate);
+            return true;
+        }
+    }
+    return false;
+}

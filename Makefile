@@ -6,6 +6,8 @@
 #   make bench        build and run the benchmarks (Release)
 #   make fuzz         build the fuzzers with clang and run each for FUZZ_SECONDS
 #   make install PREFIX=/some/where
+#   make coverage     run every test on an instrumented build; line coverage of vfc/ (gcovr)
+#   make docs         the API reference as HTML in $(BUILD)-docs/html (Doxygen)
 #   make format       clang-format every source file
 #
 # WERROR=ON turns warnings into errors; CXX picks the compiler (g++ by default).
@@ -19,7 +21,7 @@ BUILD      ?= build
 
 CMAKE_CONFIGURE = cmake -G Ninja -DCMAKE_CXX_COMPILER=$(CXX) -DVFC_WERROR=$(WERROR)
 
-.PHONY: all build demo test test-asan bench fuzz install format clean
+.PHONY: all build demo test test-asan bench fuzz install coverage docs format clean
 
 all: build
 
@@ -103,6 +105,27 @@ fuzz:
 	$(BUILD)-fuzz/fuzz/contenttypes_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=2048 \
 	    $(BUILD)-fuzz/corpus/contenttypes fuzz/corpus/contenttypes
 
+# Line coverage of the library itself: its tests, the tool's and the examples' runs all count;
+# the test sources and the test helpers do not.
+coverage:
+	$(CMAKE_CONFIGURE) -S . -B $(BUILD)-coverage -DCMAKE_BUILD_TYPE=Debug -DVFC_COVERAGE=ON
+	cmake --build $(BUILD)-coverage -j $(JOBS)
+	find $(BUILD)-coverage -name '*.gcda' -delete
+	ctest --test-dir $(BUILD)-coverage --output-on-failure -j $(JOBS)
+	mkdir -p $(BUILD)-coverage/html
+	gcovr --root . --object-directory $(BUILD)-coverage --filter 'vfc/' \
+	    --exclude '.*_test\.cpp' --exclude 'vfc/testing/' --exclude '.*/testdata/' \
+	    --html-details $(BUILD)-coverage/html/index.html --print-summary
+
+docs:
+	@if command -v doxygen >/dev/null; then \
+	    mkdir -p $(BUILD)-docs && \
+	    (cat docs/Doxyfile; echo 'OUTPUT_DIRECTORY = $(BUILD)-docs'; \
+	     echo 'WARN_LOGFILE = $(BUILD)-docs/warnings.log'; \
+	     echo "PROJECT_NUMBER = $$(sed -n 's/^ *VERSION \([0-9.]*\)$$/\1/p' CMakeLists.txt)") \
+	    | doxygen - && echo "API reference: $(BUILD)-docs/html/index.html"; \
+	else echo "make docs needs Doxygen (apt-get install -y doxygen)"; fi
+
 install: build
 	cmake --install $(BUILD) --prefix $(PREFIX)
 
@@ -110,4 +133,4 @@ format:
 	git ls-files '*.h' '*.cpp' | xargs clang-format -i
 
 clean:
-	rm -rf $(BUILD) $(BUILD)-asan $(BUILD)-bench $(BUILD)-fuzz
+	rm -rf $(BUILD) $(BUILD)-asan $(BUILD)-bench $(BUILD)-fuzz $(BUILD)-coverage $(BUILD)-docs

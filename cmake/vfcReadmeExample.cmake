@@ -1,34 +1,77 @@
-# vfc_readme_example(<name>): builds the C++ example that README.md marks with
-# "<!-- example: <name> -->" (the first ```cpp block after the marker) and adds a test that runs it
-# and compares its standard output with the ```text block that follows the code.
-function(vfc_readme_example name)
+# vfc_readme_examples(): every example of README.md becomes a test. An example is marked with
+# "<!-- example: NAME -->" and consists of the first code block after the marker and the
+# ```text block that follows it, which holds exactly what the example prints on standard output.
+#   ```cpp  compiled against vfc::vfc and run in a scratch directory; a block without a main()
+#           is the body of one, with <vfc/vfc.h>, <iostream> and <cstdio> included.
+#   ```sh   run by bash from the source root with the installed vfc tool first in PATH (needs
+#           the FIXTURE that installs it).
+# Blocks marked "<!-- ci: NAME -->" (build and install commands) are run by .ci/run instead.
+function(vfc_readme_examples fixture prefix_bin)
     set(readme ${PROJECT_SOURCE_DIR}/README.md)
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${readme})
-    file(READ ${readme} text)
-    string(FIND "${text}" "<!-- example: ${name} -->" at)
-    if(at EQUAL -1)
-        message(FATAL_ERROR "README.md has no example named ${name}")
-    endif()
-    string(SUBSTRING "${text}" ${at} -1 text)
-    foreach(kind cpp text)
-        string(FIND "${text}" "```${kind}\n" open)
-        if(open EQUAL -1)
-            message(FATAL_ERROR "README.md example ${name} lacks its ${kind} block")
-        endif()
-        string(LENGTH "```${kind}\n" skip)
-        math(EXPR open "${open} + ${skip}")
-        string(SUBSTRING "${text}" ${open} -1 text)
-        string(FIND "${text}" "\n```" close)
-        string(SUBSTRING "${text}" 0 ${close} block_${kind})
-        string(SUBSTRING "${text}" ${close} -1 text)
-    endforeach()
+    file(READ ${readme} rest)
     set(dir ${CMAKE_CURRENT_BINARY_DIR}/readme)
-    file(CONFIGURE OUTPUT ${dir}/${name}.cpp CONTENT "${block_cpp}\n" @ONLY)
-    file(CONFIGURE OUTPUT ${dir}/${name}.expected CONTENT "${block_text}\n" @ONLY)
-    add_executable(readme_${name} ${dir}/${name}.cpp)
-    target_link_libraries(readme_${name} PRIVATE vfc::vfc)
-    vfc_target_warnings(readme_${name})
-    add_test(NAME readme_${name}
-        COMMAND ${CMAKE_COMMAND} -DPROGRAM=$<TARGET_FILE:readme_${name}>
-                -DEXPECTED=${dir}/${name}.expected -P ${PROJECT_SOURCE_DIR}/cmake/vfcRunAndCompare.cmake)
+    set(count 0)
+    while(TRUE)
+        string(FIND "${rest}" "<!-- example: " at)
+        if(at EQUAL -1)
+            break()
+        endif()
+        math(EXPR at "${at} + 14")
+        string(SUBSTRING "${rest}" ${at} -1 rest)
+        string(FIND "${rest}" " -->" end)
+        string(SUBSTRING "${rest}" 0 ${end} name)
+        # The code block, then its output.
+        string(FIND "${rest}" "\n```" open)
+        math(EXPR open "${open} + 4")
+        string(SUBSTRING "${rest}" ${open} -1 rest)
+        string(FIND "${rest}" "\n" eol)
+        string(SUBSTRING "${rest}" 0 ${eol} kind)
+        math(EXPR eol "${eol} + 1")
+        string(SUBSTRING "${rest}" ${eol} -1 rest)
+        string(FIND "${rest}" "\n```" close)
+        string(SUBSTRING "${rest}" 0 ${close} code)
+        math(EXPR close "${close} + 4")
+        string(SUBSTRING "${rest}" ${close} -1 rest)
+        string(FIND "${rest}" "```text\n" open)
+        if(open EQUAL -1)
+            message(FATAL_ERROR "README.md example ${name} has no ```text block")
+        endif()
+        math(EXPR open "${open} + 8")
+        string(SUBSTRING "${rest}" ${open} -1 rest)
+        string(FIND "${rest}" "\n```" close)
+        string(SUBSTRING "${rest}" 0 ${close} expected)
+        string(SUBSTRING "${rest}" ${close} -1 rest)
+        file(CONFIGURE OUTPUT ${dir}/${name}.expected CONTENT "${expected}\n" @ONLY)
+
+        if(kind STREQUAL "cpp")
+            string(FIND "${code}" "int main(" has_main)
+            if(has_main EQUAL -1)
+                string(REPLACE "\n" "\n    " code "    ${code}")
+                set(code "#include <cstdio>\n#include <fstream>\n#include <iostream>\n\n#include <vfc/vfc.h>\n\nint main() {\n${code}\n}")
+            endif()
+            file(CONFIGURE OUTPUT ${dir}/${name}.cpp CONTENT "${code}\n" @ONLY)
+            add_executable(readme_${name} ${dir}/${name}.cpp)
+            target_link_libraries(readme_${name} PRIVATE vfc::vfc)
+            vfc_target_warnings(readme_${name})
+            add_test(NAME readme_${name}
+                COMMAND ${CMAKE_COMMAND} -DPROGRAM=$<TARGET_FILE:readme_${name}>
+                        -DEXPECTED=${dir}/${name}.expected -DWORKDIR=${dir}/${name}.d
+                        -P ${PROJECT_SOURCE_DIR}/cmake/vfcRunAndCompare.cmake)
+        elseif(kind STREQUAL "sh")
+            file(CONFIGURE OUTPUT ${dir}/${name}.sh CONTENT "${code}\n" @ONLY)
+            add_test(NAME readme_${name}
+                COMMAND ${CMAKE_COMMAND} -E env "PATH=${prefix_bin}:$ENV{PATH}"
+                        ${CMAKE_COMMAND} -DPROGRAM=bash -DARGS=${dir}/${name}.sh
+                        -DEXPECTED=${dir}/${name}.expected -DWORKDIR=${PROJECT_SOURCE_DIR}
+                        -P ${PROJECT_SOURCE_DIR}/cmake/vfcRunAndCompare.cmake)
+            set_tests_properties(readme_${name} PROPERTIES FIXTURES_REQUIRED ${fixture})
+        else()
+            message(FATAL_ERROR "README.md example ${name}: unknown block kind \"${kind}\"")
+        endif()
+        math(EXPR count "${count} + 1")
+    endwhile()
+    if(count EQUAL 0)
+        message(FATAL_ERROR "README.md has no examples")
+    endif()
 endfunction()

@@ -13,6 +13,15 @@ namespace vfctool {
 
 const std::vector<Command>& commands() {
     static const std::vector<Command> all = {
+        {"type", "FILE...", "print the content type detected for each FILE", nullptr, runType},
+        {"path", "-from NOTATION -to NOTATION [-dir] [-list] PATH...",
+         "translate each PATH from one path notation into another", nullptr, runPath},
+        {"rel", "[-notation NOTATION] FROM TO",
+         "print the relative path that leads from directory FROM to TO", nullptr, runRel},
+        {"resolve", "[-notation NOTATION] BASE REL",
+         "print REL resolved against the directory BASE", nullptr, runResolve},
+        {"expand", "TEXT...", "print each TEXT with its %VAR% and $VAR references expanded",
+         nullptr, runExpand},
         {"grep", "[-o] [-glob | -list] PATTERN FILE...",
          "print the lines of FILEs that match PATTERN, with their positions",
          "PATTERN is a vRegExp: single expressions separated by \"|\", matched leftmost, then\n"
@@ -24,6 +33,9 @@ const std::vector<Command>& commands() {
          "FILE \"-\" reads the standard input. Exit status 0 when a line matched, 1 when none\n"
          "did or a file could not be read, 2 on bad usage.",
          runGrep},
+        {"match", "[-i] PATTERNS NAME...", "print the NAMEs that a list of wildcards matches",
+         nullptr, runMatch},
+        {"ini", "FILE", "print the sections and keys of an INI file", nullptr, runIni},
         {"dump", "FILE", "print the object tree of a persistent object file",
          "Prints every object of FILE (the portable object format) as its class name and\n"
          "identifier, followed by its values; nested objects are indented under their owner,\n"
@@ -31,20 +43,6 @@ const std::vector<Command>& commands() {
          "store operation). A string prints as the quoted text stored in the file. The file is\n"
          "then read back through the library, and the exit status is 1 when that fails.",
          runDump},
-        {"info", "", "print what the application object knows of product, user and machine",
-         nullptr, runInfo},
-        {"expand", "TEXT...", "print each TEXT with its %VAR% and $VAR references expanded",
-         nullptr, runExpand},
-        {"type", "FILE...", "print the content type detected for each FILE", nullptr, runType},
-        {"ini", "FILE", "print the sections and keys of an INI file", nullptr, runIni},
-        {"match", "[-i] PATTERNS NAME...", "print the NAMEs that a list of wildcards matches",
-         nullptr, runMatch},
-        {"path", "-from NOTATION -to NOTATION [-dir] [-list] PATH...",
-         "translate each PATH from one path notation into another", nullptr, runPath},
-        {"rel", "[-notation NOTATION] FROM TO",
-         "print the relative path that leads from directory FROM to TO", nullptr, runRel},
-        {"resolve", "[-notation NOTATION] BASE REL",
-         "print REL resolved against the directory BASE", nullptr, runResolve},
         {"run", "[-out FILE [-binary]] COMMAND [ARG...]",
          "run a program with its output captured; exit with its exit code",
          "Runs COMMAND (searched in PATH; no shell) with standard output and standard error\n"
@@ -53,6 +51,8 @@ const std::vector<Command>& commands() {
          "cannot be started (the reason goes to standard error), 2 on bad usage. Options must\n"
          "come before COMMAND; every word after it belongs to the command.",
          runRun},
+        {"info", "", "print what the application object knows of product, user and machine",
+         nullptr, runInfo},
         {"urlencode", "TEXT...", "print each TEXT with URL escapes",
          "Escapes blank \" # % & ' / < > ? [ \\ ] ^ ` { | } ~ as %xx (lower-case hex).",
          runUrlEncode},
@@ -84,9 +84,14 @@ int parseOptions(const char* name, const Args& args, const vpArgListItem* table,
         argv.push_back(a.c_str());
     out = vArgList(static_cast<int>(argv.size()), argv.data(), table, trailing);
     if (!out.fFailed()) return -1;
+    // vArgList prints its usage screen on std::cerr; asked for with -help, it is the answer and
+    // goes to standard output instead.
+    bool asked = out.fErrorlog().isNull();
+    std::streambuf* saved = asked ? std::cerr.rdbuf(std::cout.rdbuf()) : nullptr;
     out.usage();
     if (notes) std::cerr << notes;
-    return out.fErrorlog().isNull() ? kSuccess : kUsage;
+    if (asked) std::cerr.rdbuf(saved);
+    return asked ? kSuccess : kUsage;
 }
 
 std::vector<vString> unassignedWords(const vArgList& args) {

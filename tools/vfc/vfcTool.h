@@ -40,8 +40,9 @@ int usageError(const char* name, const std::string& message);
 void reportError(const char* name, const std::string& message);
 
 // Reads the options of "vfc NAME ARGS..." with vArgList. Returns -1 when the command is to go
-// on; otherwise the usage screen (followed by notes, when given) has been printed on std::cerr
-// and the result is the exit code: kSuccess for "-help", kUsage for a bad command line.
+// on; otherwise the usage screen (followed by notes, when given) has been printed and the result
+// is the exit code: kSuccess for "-help" (screen on std::cout), kUsage for a bad command line
+// (screen on std::cerr).
 int parseOptions(const char* name, const Args& args, const vpArgListItem* table,
                  const char* trailing, vArgList& out, const char* notes = nullptr);
 // The words that are neither options nor option arguments, in order.

@@ -1,22 +1,3 @@
-// vApp: the application object. Every tool creates one near the start of main; it gathers once
-// what tools need to know about the product, the user and the machine, loads the tool's options,
-// installs the console abort handler (SIGINT, SIGQUIT, SIGHUP), and is then the one channel for
-// progress, status, busy indication, abort requests and log messages, and the keeper of the
-// content-type tables. The last vApp constructed is the process-wide instance, vAppInfo().
-//
-//   int main() {
-//       vApp app("Vorlandix", "Convert", "8.0", "convert", kOptions, vApp::eNoLicenseCheck);
-//       vAppProgressStackDepth mark;
-//       app.fStartProgress(mark, files);
-//       for (...) { if (app.fUpdateAbort()) break; ...; app.fStepProgress(); }
-//       app.fEndProgress(mark);
-//       app.fLogMsg("3 files converted", 0);
-//   }
-//
-// The console form writes log messages to std::cout (level 0) and std::cerr (warnings, errors)
-// and shows no progress; a tool with a face of its own derives and overrides the virtual
-// operations. Messages come from a compiled-in catalogue (fSetHINSTANCE names another).
-// Nothing throws; the few operations that can fail return false.
 #ifndef VFC_APP_VAPP_H
 #define VFC_APP_VAPP_H
 
@@ -31,11 +12,50 @@
 #include "vfc/core/vString.h"
 #include "vfc/files/vFile.h"
 
-// A message catalogue: the text of a message number, or null when it has none. The library's
-// own catalogue (vpcLibraryMessages) is the default.
+/// A message catalogue: a function that gives the text of a message number, or null when it has
+/// none. fLoadString copies at most 4095 bytes of the text at once, so it need only stay valid
+/// during the call. The library's own catalogue, vpcLibraryMessages, is the default.
 using vpMessageCatalog = const char* (*)(unsigned id);
+/// The library's own message catalogue: static texts for 6000-6003 (a command that could not be
+/// run, with one "%s" for the command) and 6050, 6051 ("WARNING", "ERROR"); null for any other
+/// number.
 VFC_API const char* vpcLibraryMessages(unsigned id);
 
+/// The application object: every tool creates one near the start of main.
+///
+/// It gathers once what tools need to know about the product, the user and the machine, loads
+/// the tool's options, installs the console abort handler (SIGINT, SIGQUIT, SIGHUP), and is then
+/// the one channel for progress, status, busy indication, abort requests and log messages, and
+/// the keeper of the content-type tables. The last vApp constructed is the process-wide
+/// instance, vAppInfo(). Construction also puts the product directory in front of "PATH" (when
+/// it is a directory) and makes the library's catalogue the message catalogue again.
+///
+/// \code
+/// int main() {
+///     vApp app("Vorlandix", "Convert", "8.0", "convert", kOptions, vApp::eNoLicenseCheck);
+///     vAppProgressStackDepth mark;
+///     app.fStartProgress(mark, files);
+///     for (...) { if (app.fUpdateAbort()) break; ...; app.fStepProgress(); }
+///     app.fEndProgress(mark);
+///     app.fLogMsg("3 files converted", 0);
+/// }
+/// \endcode
+///
+/// The console form writes log messages to std::cout (level 0) and std::cerr (warnings, errors)
+/// and shows no progress; a tool with a face of its own derives and overrides the virtual
+/// operations. Messages come from a compiled-in catalogue (fSetHINSTANCE names another).
+///
+/// Ownership: the object owns copies of everything it gathers and its tables; the references
+/// its accessors return stay valid while it lives (fLoadString's and fGenMessage's only until
+/// the next such call). It borrows the option tables only during construction and
+/// fAddValidOptions. Copies are independent, and a copy does not become the current application.
+/// When the current application is destroyed, vAppInfo() falls back to the default application,
+/// not to an earlier vApp that is still alive.
+///
+/// Failure: nothing throws. The few operations that can fail return false (fChangeUser,
+/// fGetOption, fSetOption, fLoadOptions, the content-type file operations); missing
+/// information (an unknown user, no home) leaves the corresponding value empty. Construction
+/// ignores an options file it cannot read; call fLoadOptions() to find out.
 class VFC_API vApp {
   public:
     // 0: no licence check.
@@ -90,7 +110,8 @@ class VFC_API vApp {
     const char* platformTypeString() const;
     AppTypeEnum& appType() { return aAppType; }
     const AppTypeEnum& appType() const { return aAppType; }
-    // Recomputes the user information (login, home, full name) for another login.
+    // Recomputes the user information (login, home, full name) for another login; false, with
+    // nothing changed, when the system does not know that login.
     bool fChangeUser(const vString& login);
 
     // ---- options ------------------------------------------------------------------------------
@@ -184,7 +205,12 @@ class VFC_API vApp {
                                        const vString& p6 = vString());
 
     // ---- content types and extensions ---------------------------------------------------------
+    // Empties both tables, then reads "type=<type>\texts=<ext>,<ext>..." lines from file (other
+    // lines are skipped). False when the file cannot be opened or holds no type line.
     bool fLoadContentTypesAndExtensions(const vFile& file);
+    // Writes the type table in the same form, one line per type. False only when the file
+    // cannot be opened; write errors are not reported. Extensions are written in pairs, so a
+    // type with three or more ("a", "b", "c") is written "a,bc" and does not read back the same.
     bool fSaveContentTypesAndExtensions(const vFile& file);
     void fInsertContentTypeAndExtensionList(const vString& type, const vSlistvString& extensions);
     void fDeleteContentType(const vString& type);
@@ -275,12 +301,17 @@ class VFC_API vApp {
     vSetvInt aThreadSet;
 };
 
-// The current application: the last vApp constructed and not yet destroyed. Without one, a
-// default application ("vfc", "vfc", "0.0"), made on first use and kept, becomes current.
+/// The current application: the last vApp constructed and not yet destroyed.
+///
+/// Without one, a default application ("vfc", "vfc", "0.0"), made on first use and kept for the
+/// process (never destroyed), becomes current; making it has the side effects of any vApp
+/// construction (abort handler, "PATH", catalogue). The reference stays valid while that
+/// application lives; do not keep it across the destruction of the application it names.
 VFC_API vApp& vAppInfo();
 
-// Logging entry points kept for the tools that call them: they accept their text and do nothing.
+/// A logging entry point kept for the tools that call it: it accepts its text and does nothing.
 VFC_API void vlogF(const vString& text);
+/// The two-part form of vlogF; it does nothing either.
 VFC_API void vlogF(const vString& first, const vString& second);
 
 #endif  // VFC_APP_VAPP_H

@@ -1,15 +1,3 @@
-// vArgList: a tool's command line, tokenized and checked against the tool's option table.
-//
-// Options are whole words beginning with "-"; an option declared with an argument name takes the
-// following word as its value. There is no "--", no bundling and no "=" form, and no escape
-// character, so backslashes in paths pass unchanged. The object is itself the option store: a
-// hash from the option word (with its "-") to its value, the empty string for a flag. Words that
-// are neither options nor option arguments are kept, in order, in fUnassigned().
-//
-// The option table belongs to the caller: only a pointer to it is kept (copies share it), so it
-// must outlive every vArgList made from it. The command line is parsed once, in the constructor.
-// Nothing throws: fFailed() reports a failed parse and fErrorlog() holds the messages, one per
-// line; "-help" fails without a message, so that the caller prints usage().
 #ifndef VFC_APP_VARGLIST_H
 #define VFC_APP_VARGLIST_H
 
@@ -18,6 +6,32 @@
 #include "vfc/collections/vTypedFamily.h"
 #include "vfc/core/vString.h"
 
+/// A tool's command line, tokenized and checked against the tool's option table.
+///
+/// Options are whole words beginning with "-"; an option declared with an argument name takes
+/// the following word as its value. There is no "--", no bundling and no "=" form, and no escape
+/// character, so backslashes in paths pass unchanged. The object is itself the option store: a
+/// hash from the option word (with its "-") to its value, the empty string for a flag. A
+/// repeated option keeps its first value; an argument option that is the last word is dropped.
+/// Words that are neither options nor option arguments are kept, in order, in fUnassigned().
+/// The command line is parsed once, in the constructor.
+///
+/// \code
+/// vArgList args(argc, argv, items, "files...");
+/// if (args.fFailed()) { args.usage(); return 2; }
+/// vString out;
+/// args.fGetOption("-out", out);
+/// \endcode
+///
+/// Ownership: the option table belongs to the caller: only a pointer to it is kept (copies share
+/// it) and usage() reads it, so it must outlive every vArgList made from it. The options, words
+/// and messages are the object's own copies; copies of the object are independent apart from the
+/// shared table.
+///
+/// Failure: nothing throws. fFailed() reports an unknown option, an argument option followed by
+/// another option, a missing required option, or (line form) an empty line or a quoting error;
+/// fErrorlog() holds the messages. "-help" (when not declared) fails without a message, so that
+/// the caller prints usage().
 class VFC_API vArgList : public vHashvStringvString {
   public:
     // Empty: no table, nothing parsed, not failed.

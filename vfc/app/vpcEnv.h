@@ -1,15 +1,3 @@
-// The environment functions: reading and setting variables, splitting the search path,
-// sleeping, and expanding the variable references users write into paths and settings.
-//
-//   vString path("%VORLANDIXHOME%/styles/$LANG/site.css");
-//   vpcUserEnvExpand(path);   // "/opt/vorlandix/styles/en/site.css"
-//
-// A reference is "%" name "%" or "$" name (the name running to the next "$", "/", ":" or "\").
-// "VORLANDIXHOME" is the current application's product directory whatever the environment
-// says; then come environment variables; then the folder names CSIDL_PERSONAL (the user's
-// documents folder), CSIDL_APPDATA (the user's configuration folder) and CSIDL_WINDOWS (which
-// has no counterpart here and stays as written); the folders are looked up once per process.
-// Unknown references stay as written, and expanded values are not expanded again.
 #ifndef VFC_APP_VPCENV_H
 #define VFC_APP_VPCENV_H
 
@@ -18,18 +6,40 @@
 #include "vfc/core/vInt.h"
 #include "vfc/core/vString.h"
 
-// The variable's value; false, with value untouched, when it is not set.
+/// \file
+/// The environment functions: reading and setting variables, splitting the search path,
+/// sleeping, and expanding the variable references users write into paths and settings.
+///
+/// \code
+/// vString path("%VORLANDIXHOME%/styles/$LANG/site.css");
+/// vpcUserEnvExpand(path);   // "/opt/vorlandix/styles/en/site.css"
+/// \endcode
+///
+/// None of them throws or reports an error beyond the results described; results are written
+/// into the caller's objects.
+
+/// The variable's value; false, with value untouched, when it is not set (a variable set to
+/// the empty string gives true and an empty value).
 VFC_API bool vpcGetEnv(const vString& name, vString& value);
-// Sets the variable (the text "name=value" is handed to the system).
+/// Sets the variable for this process; the system keeps its own copy of name and value. Nothing
+/// reports a failure: an empty name or one holding "=" leaves the environment unchanged.
 VFC_API void vpcPutEnv(const vString& name, const vString& value);
-// The entries of "PATH" in order, split at the platform's list separator (":" here); empty
-// entries vanish.
+/// Replaces the contents of list with the entries of "PATH" in order, split at the platform's
+/// list separator (":" here); empty entries vanish. An unset "PATH" leaves the list empty.
 VFC_API void vpcGetPathList(vSlistvString& list);
-// Sleeps for whole seconds (nothing for zero or less).
+/// Sleeps for whole seconds (nothing for zero or less).
 VFC_API void vpcSleep(const vInt& seconds);
-// Expands the variable references of text in place (see above).
+/// Expands the variable references of text in place.
+///
+/// A reference is "%" name "%" or "$" name (the name running to the next "$", "/", ":" or "\").
+/// "VORLANDIXHOME" is the current application's product directory whatever the environment
+/// says (without an application, what one would compute); then come environment variables; then
+/// the folder names CSIDL_PERSONAL (the user's documents folder), CSIDL_APPDATA (the user's
+/// configuration folder) and CSIDL_WINDOWS (which has no counterpart here and stays as written);
+/// the folders are looked up once per process. Unknown references stay as written, and expanded
+/// values are not expanded again.
 VFC_API void vpcUserEnvExpand(vString& text);
-// The list separator of "PATH" on this platform: ":".
+/// The list separator of "PATH" on this platform: ":".
 VFC_API char vpcPathListSeparator();
 
 #endif  // VFC_APP_VPCENV_H

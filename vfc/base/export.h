@@ -1,7 +1,13 @@
-// The export macro of libvfc. Every public class and free function of the library carries VFC_API;
-// everything else is hidden (the library is built with hidden visibility).
 #ifndef VFC_BASE_EXPORT_H
 #define VFC_BASE_EXPORT_H
+
+/// \def VFC_API
+/// The export macro of libvfc: every public class and free function of the library carries it.
+///
+/// In the shared library it gives the declaration default visibility (on Windows, dllexport while
+/// the library itself is built and dllimport for its users); everything without it is hidden, as
+/// the library is built with hidden visibility. When VFC_STATIC is defined (the static build
+/// defines it for its users too) the macro is empty.
 
 #if defined(VFC_STATIC)
 #define VFC_API

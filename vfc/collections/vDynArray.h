@@ -1,6 +1,3 @@
-// vDynArray: a growable array of collectable pointers that owns what it holds; the storage of
-// vVector. Elements are taken over by pointer and destroyed with the array; fRemoveAt hands one
-// back instead. Null pointers are refused. Not a collectable itself.
 #ifndef VFC_COLLECTIONS_VDYNARRAY_H
 #define VFC_COLLECTIONS_VDYNARRAY_H
 
@@ -11,6 +8,18 @@
 
 class RWCollectable;
 
+/// A growable array of collectable pointers that owns what it holds; the storage of vVector.
+///
+/// Not a collectable itself. Elements are compared with isEqual by fIndex.
+///
+/// Ownership: fAppend and fInsertAt take the pointer over; fRemoveAt hands the element back to the
+/// caller, who then owns it; fClearAndDestroy and the destructor destroy every element, while
+/// fClear forgets them without destroying. fAt lends an element the array still owns. Copies hold
+/// copies of every element and are independent.
+///
+/// Failure: fAppend and fInsertAt answer false for a null pointer or a position past the end (the
+/// caller then keeps p); fAt and fRemoveAt answer null, and fIndex RW_NPOS, when there is no such
+/// element.
 class VFC_API vDynArray {
   public:
     vDynArray() = default;

@@ -1,8 +1,3 @@
-// vHash: the library's hash from collectable keys to collectable values. It owns both: fInsert
-// stores copies made by copy(), fInsertReference takes the objects over, and the destructor
-// destroys every key and value. A key is held at most once (keys compare by isEqual, placed by
-// hash()); the first value inserted for a key stays until it is replaced explicitly. Iteration
-// order is the order in which the keys were inserted. Walk it with vHashIterator.
 #ifndef VFC_COLLECTIONS_VHASH_H
 #define VFC_COLLECTIONS_VHASH_H
 
@@ -11,6 +6,23 @@
 #include "vfc/base/export.h"
 #include "vfc/rw/RWHashDictionary.h"
 
+/// The library's hash from collectable keys to collectable values, which owns both.
+///
+/// A key is held at most once (keys compare by isEqual and are placed by hash()); the first value
+/// inserted for a key stays until it is replaced explicitly. Iteration order is the order in which
+/// the keys were inserted. Walk it with vHashIterator.
+///
+/// Ownership: fInsert, fInsertOrReplace and fReplace store copies made by copy(); fInsertReference
+/// takes key and value over; fRemove hands the stored key and value to the caller, who then owns
+/// them; fDelete, replacing a value, fClearAndDestroy, assignment and the destructor destroy. fFind
+/// lends the stored objects, valid until their entry is removed or its value replaced. fClear
+/// unlinks without destroying. Copies hold copies of every key and value and are independent.
+///
+/// Failure: operations answer false for an absent key (fFind and fRemove then set their out
+/// pointers to null), and fInsert and fInsertReference for a present one; fInsertReference also
+/// refuses null pointers and a key that is its own value, and the caller then keeps both. Restoring
+/// first destroys the own entries, keeps the entries read completely before a failure and drops
+/// entries with a nil side or a repeated key; check the stream's state.
 class VFC_API vHash : public RWHashDictionary {
   public:
     vHash() = default;

@@ -1,7 +1,3 @@
-// vSet: the library's hashed set of collectable objects, holding no two equal ones (isEqual, placed
-// by hash()). It owns what it holds: fInsert stores a copy made by copy(), fInsertReference takes
-// the pointer over, and the destructor destroys every element. Iteration order is the order of
-// insertion. Walk it with vSetIterator. The operations are those of vpOwningHashed.
 #ifndef VFC_COLLECTIONS_VSET_H
 #define VFC_COLLECTIONS_VSET_H
 
@@ -12,6 +8,27 @@
 class vSet;
 extern template class VFC_API vpOwningHashed<vSet, RWSet, true>;
 
+/// The library's hashed set of collectable objects, holding no two equal ones, which owns what it
+/// holds.
+///
+/// Elements compare by isEqual and are placed by hash(). Iteration order is the order of insertion.
+/// Walk it with vSetIterator.
+///
+/// Operations: fInsert, fInsertReference, fContains, fFind, fEntries, fRemove, fDelete, fClear,
+/// fClearAndDestroy, fIsEqual (the same elements each once, in any order), fOrEquals (union: adds
+/// copies of the elements of other that are missing) and fAndEquals (intersection: destroys the
+/// elements that other does not contain).
+///
+/// Ownership: fInsert stores a copy made by copy() and fInsertReference takes the pointer over;
+/// fRemove hands the element to the caller, who then owns it; fDelete, fAndEquals,
+/// fClearAndDestroy, assignment and the destructor destroy; fFind lends an element the set still
+/// owns. fClear unlinks without destroying. Copies hold copies of every element and are
+/// independent.
+///
+/// Failure: fInsert answers false, storing nothing, when an equal element is present, and
+/// fInsertReference also for null (the caller then keeps p); fFind answers null, and fRemove and
+/// fDelete false, for a missing element. Restoring first destroys the own elements, keeps those
+/// read completely before a failure and drops nil and repeated elements; check the stream's state.
 class VFC_API vSet : public vpOwningHashed<vSet, RWSet, true> {
   public:
     vSet() = default;

@@ -1,5 +1,3 @@
-// vSetIterator: walks a vSet in its iteration order. Make one on the set, then loop while
-// fAdvance() is true, reading the current element with apKey().
 #ifndef VFC_COLLECTIONS_VSETITERATOR_H
 #define VFC_COLLECTIONS_VSETITERATOR_H
 
@@ -7,6 +5,13 @@
 #include "vfc/collections/vSet.h"
 #include "vfc/rw/RWSetIterator.h"
 
+/// Walks a vSet in its iteration order (the order of insertion).
+///
+/// Make one on the set, then loop while fAdvance() is true, reading the current element with
+/// apKey(). The iterator borrows the set, which must outlive it; apKey() lends an element the set
+/// still owns. Elements may be removed during a walk, but inserting invalidates it. The inherited
+/// remove() unlinks the current element and hands it to the caller, who then owns it. fAdvance()
+/// and fLookup() answer false at the end, where the iterator stays until fReset().
 class VFC_API vSetIterator : public RWSetIterator {
   public:
     explicit vSetIterator(const vSet& set);

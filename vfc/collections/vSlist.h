@@ -1,8 +1,3 @@
-// vSlist: the library's singly linked list of collectable objects. It owns what it holds: fInsert
-// stores a copy made by the element's copy(), fInsertReference takes the pointer over, fRemove...
-// hands an element back to the caller, fDelete... destroys it, and the destructor destroys every
-// element. Positions are zero-based vInts; a negative position is out of range. Walk the list
-// with vSlistIterator.
 #ifndef VFC_COLLECTIONS_VSLIST_H
 #define VFC_COLLECTIONS_VSLIST_H
 
@@ -14,6 +9,22 @@
 
 class vString;
 
+/// The library's singly linked list of collectable objects, which owns what it holds.
+///
+/// Positions are zero-based vInts; a negative position is out of range. Walk the list with
+/// vSlistIterator. Elements are compared with isEqual.
+///
+/// Ownership: fInsert and fInsertAt store a copy made by the element's copy(); fInsertReference
+/// takes the pointer over; the fRemove... operations unlink an element and hand it to the caller,
+/// who then owns it (fRemoveReference hands p back the same way); the fDelete... operations and the
+/// destructor destroy elements. fClear unlinks without destroying, for elements the caller owns
+/// elsewhere. Copies (copy constructor, assignment, copy()) hold copies of every element and are
+/// independent. Elements added through the inherited RWSlistCollectables members are owned and
+/// destroyed all the same.
+///
+/// Failure: operations answer false (and change nothing) for a missing element or a position out of
+/// range; fRemove sets its out pointer to null then. Restoring first destroys the own elements and
+/// keeps the elements read completely before a failure; check the stream's state.
 class VFC_API vSlist : public RWSlistCollectables {
   public:
     vSlist() = default;

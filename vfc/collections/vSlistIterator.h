@@ -1,9 +1,3 @@
-// vSlistIterator: walks a vSlist. Make one on the list, then loop while fAdvance() is true,
-// reading the current element with apKey():
-//
-//   vSlistIterator it(list);
-//   while (it.fAdvance())
-//       use(it.apKey());
 #ifndef VFC_COLLECTIONS_VSLISTITERATOR_H
 #define VFC_COLLECTIONS_VSLISTITERATOR_H
 
@@ -11,6 +5,21 @@
 #include "vfc/collections/vSlist.h"
 #include "vfc/rw/RWSlistCollectablesIterator.h"
 
+/// Walks a vSlist from its first element to its last.
+///
+/// Make one on the list, then loop while fAdvance() is true, reading the current element with
+/// apKey(). The iterator borrows the list, which must outlive it; apKey() lends an element that the
+/// list still owns. The inherited remove() unlinks the current element and hands it to the caller,
+/// and the walk goes on after it; changing the list by any other path during a walk leaves the
+/// iterator invalid. fAdvance() and the lookups answer false at the end, where the iterator stays
+/// until fReset(); a null element (which only the inherited list members can store) also stops
+/// fAdvance().
+///
+/// \code
+/// vSlistIterator it(list);
+/// while (it.fAdvance())
+///     use(it.apKey());
+/// \endcode
 class VFC_API vSlistIterator : public RWSlistCollectablesIterator {
   public:
     // Positioned before the first element.

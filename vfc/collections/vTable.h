@@ -1,8 +1,3 @@
-// vTable: the library's hash table of collectable objects, where equal objects (isEqual, placed by
-// hash()) may be held more than once. It owns what it holds: fInsert stores a copy made by copy(),
-// fInsertReference takes the pointer over, and the destructor destroys every element. Iteration
-// order is the order of insertion. Walk it with vTableIterator. The operations are those of
-// vpOwningHashed.
 #ifndef VFC_COLLECTIONS_VTABLE_H
 #define VFC_COLLECTIONS_VTABLE_H
 
@@ -13,6 +8,26 @@
 class vTable;
 extern template class VFC_API vpOwningHashed<vTable, RWHashTable, false>;
 
+/// The library's hash table of collectable objects, where equal objects may be held more than once,
+/// which owns what it holds.
+///
+/// Elements compare by isEqual and are placed by hash(). Iteration order is the order of insertion.
+/// Walk it with vTableIterator. fFind, fRemove and fDelete work on the first equal element found.
+///
+/// Operations: fInsert, fInsertReference, fContains, fFind, fEntries, fRemove, fDelete, fClear,
+/// fClearAndDestroy, fIsEqual (the same elements the same number of times each, in any order),
+/// fOrEquals (union: adds copies of the elements of other that are missing) and fAndEquals
+/// (intersection: destroys the elements that other does not contain).
+///
+/// Ownership: fInsert stores a copy made by copy() and fInsertReference takes the pointer over;
+/// fRemove hands the element to the caller, who then owns it; fDelete, fAndEquals,
+/// fClearAndDestroy, assignment and the destructor destroy; fFind lends an element the table still
+/// owns. fClear unlinks without destroying. Copies hold copies of every element and are
+/// independent.
+///
+/// Failure: fInsert always stores; fInsertReference answers false for null. fFind answers null, and
+/// fRemove and fDelete false, for a missing element. Restoring first destroys the own elements,
+/// keeps those read completely before a failure and drops nil elements; check the stream's state.
 class VFC_API vTable : public vpOwningHashed<vTable, RWHashTable, false> {
   public:
     vTable() = default;

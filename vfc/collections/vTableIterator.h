@@ -1,5 +1,3 @@
-// vTableIterator: walks a vTable in its iteration order. Make one on the table, then loop while
-// fAdvance() is true, reading the current element with apKey().
 #ifndef VFC_COLLECTIONS_VTABLEITERATOR_H
 #define VFC_COLLECTIONS_VTABLEITERATOR_H
 
@@ -7,6 +5,13 @@
 #include "vfc/collections/vTable.h"
 #include "vfc/rw/RWHashTableIterator.h"
 
+/// Walks a vTable in its iteration order (the order of insertion).
+///
+/// Make one on the table, then loop while fAdvance() is true, reading the current element with
+/// apKey(). The iterator borrows the table, which must outlive it; apKey() lends an element the
+/// table still owns. Elements may be removed during a walk, but inserting invalidates it. The
+/// inherited remove() unlinks the current element and hands it to the caller, who then owns it.
+/// fAdvance() and fLookup() answer false at the end, where the iterator stays until fReset().
 class VFC_API vTableIterator : public RWHashTableIterator {
   public:
     explicit vTableIterator(const vTable& table);

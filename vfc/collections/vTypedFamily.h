@@ -1,28 +1,3 @@
-// The typed collection family: every typed list, set, table, vector and hash that the library's
-// interfaces pass around, generated from the one list below. Each member is a class of its own
-// (copy() and newSpecies() make that class, isA() answers its identifier from vClassIds.h) built
-// on the template of its kind, and has an iterator class named after it with "Iter" appended:
-//
-//   vHashvStringvString h;
-//   h.fInsert("key", "value");
-//   vHashvStringvStringIter it(h);
-//   while (it.fAdvance())
-//       use(it.aKey(), it.aValue());
-//
-// Names spell nested types in short: vH is vHash, vS vString, vI vInt and vSl vSlist, so
-// vHashvStringvHvSvS is a hash from vString to vHashvStringvString.
-//
-// VFC_TYPED_FAMILY(LIST, SET, TABLE, VECTOR, HASH) calls, once per member and in the order of the
-// class identifiers (which also puts every member after the members it holds), one of
-//   LIST(member, element)   SET(member, element)   TABLE(member, element)
-//   VECTOR(member, element) HASH(member, key, value)
-// The class identifier of a member is vClassID::member. A value type of RWCollectable takes any
-// collectable value.
-//
-// The hash members are not final: vArgList is a vHashvStringvString.
-//
-// The member over the file-reference components (vpSlistvpFRefCs) joins the list when that
-// element class is added.
 #ifndef VFC_COLLECTIONS_VTYPEDFAMILY_H
 #define VFC_COLLECTIONS_VTYPEDFAMILY_H
 
@@ -47,6 +22,33 @@
 #include "vfc/text/vRegExp.h"
 
 // clang-format off
+/// The typed collection family: every typed list, set, table, vector and hash that the library's
+/// interfaces pass around, generated from this one list.
+///
+/// Each name in the list is a class of its own, generated in this header from the template of its
+/// kind: vTypedList (LIST, over vSlist), vTypedSet (SET, over vSet), vTypedTable (TABLE, over
+/// vTable), vTypedVector (VECTOR, over vVector) or vTypedHash (HASH, over vHash). copy() and
+/// newSpecies() make that class, and isA() answers its class identifier, vClassID::name, under
+/// which the factory restores it from a stream. Each also has an iterator class named after it
+/// with "Iter" appended. Ownership and failure reporting are those of the kind's template. The
+/// hash members are not final (vArgList is a vHashvStringvString); the others are.
+///
+/// Names spell nested types in short: vH is vHash, vS vString, vI vInt and vSl vSlist, so
+/// vHashvStringvHvSvS is a hash from vString to vHashvStringvString. A value type of
+/// RWCollectable takes any collectable value.
+///
+/// VFC_TYPED_FAMILY(LIST, SET, TABLE, VECTOR, HASH) calls, once per member and in the order of the
+/// class identifiers (which also puts every member after the members it holds), one of
+/// LIST(member, element), SET(member, element), TABLE(member, element), VECTOR(member, element)
+/// or HASH(member, key, value).
+///
+/// \code
+/// vHashvStringvString h;
+/// h.fInsert("key", "value");
+/// vHashvStringvStringIter it(h);
+/// while (it.fAdvance())
+///     use(it.aKey(), it.aValue());
+/// \endcode
 #define VFC_TYPED_FAMILY(LIST, SET, TABLE, VECTOR, HASH)                 \
     LIST  (vSlistvString,             vString)                           \
     HASH  (vHashvIntvInt,             vInt,    vInt)                     \
@@ -102,6 +104,9 @@
     HASH  (vHashvFilevSlvString,      vFile,   vSlistvString)            \
     HASH  (vHashvStringvPathComponentList, vString, vPathComponentList)
 // clang-format on
+
+// The member over the file-reference components (vpSlistvpFRefCs) joins the list when that
+// element class is added.
 
 // ---- generation ----------------------------------------------------------------------------
 // Every member is declared first, so that the templates can be named with any member as an

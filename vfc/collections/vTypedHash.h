@@ -1,18 +1,3 @@
-// vTypedHash: the typed hash of the collection family, from keys of class K to values of class V
-// (V may be RWCollectable itself, for hashes that take any collectable value). The entries live
-// in a vHash, which owns keys and values: fInsert stores copies and keeps the first value given
-// for a key, fInsertReference takes both objects over, fRemove hands both back, fDelete destroys
-// both. The members of the family derive from it as
-//
-//   class vHashvStringvString final
-//       : public vTypedHash<vHashvStringvString, vString, vString, vClassID::vHashvStringvString>
-//
-// The hash keeps a current entry: fLookup sets it, aKey() and aValue() return it, and whatever
-// unlinks or destroys that entry (or only its value) leaves nothing current. With nothing
-// current aKey() and aValue() return a default K and V that the hash keeps for the purpose.
-//
-// The persistent form is that of vHash (the count, then key object and value object per entry);
-// restoring rejects a key or value of a foreign class by failing the stream.
 #ifndef VFC_COLLECTIONS_VTYPEDHASH_H
 #define VFC_COLLECTIONS_VTYPEDHASH_H
 
@@ -31,6 +16,39 @@
 template <class Self, class K, class V>
 class vTypedHashIterator;
 
+/// The typed hash of the collection family: a hash from keys of class K to values of class V, kept
+/// in a vHash.
+///
+/// Self is the member class that derives from the template, so that copy() and newSpecies() make
+/// that class; K is the key class, V the value class (RWCollectable itself for hashes that take any
+/// collectable value) and Id the member's class identifier, which isA() answers. The members are
+/// generated in vTypedFamily.h as
+/// \code
+/// class vHashvStringvString
+///     : public vTypedHash<vHashvStringvString, vString, vString, vClassID::vHashvStringvString>
+/// \endcode
+/// (not final, so that a class such as vArgList can derive from one), and each has an iterator
+/// class named after it with "Iter" appended (vHashvStringvStringIter, derived from
+/// vTypedHashIterator).
+///
+/// The hash keeps a current entry: fLookup sets it, aKey() and aValue() return it, and whatever
+/// unlinks or destroys that entry (or only its value) leaves nothing current. With nothing current
+/// aKey() and aValue() return a default K and V that the hash keeps for the purpose.
+///
+/// Ownership, as for vHash: fInsert, fInsertOrReplace and fReplace store copies, and a key keeps
+/// the first value given until it is replaced; fInsertReference takes both objects over; fRemove
+/// hands key and value to the caller, who then owns them; fDelete, replacing a value,
+/// fClearAndDestroy, assignment and the destructor destroy; fClear unlinks without destroying.
+/// aKey() and aValue() lend: valid while that entry and value stay in the hash. Copies are deep and
+/// independent.
+///
+/// Failure: fInsert and fInsertReference answer false for a present key, fInsertReference also for
+/// a null pointer or a key that is its own value (the caller then keeps both); fLookup, fReplace,
+/// fDelete and fRemove answer false for an absent key (fRemove then sets both out pointers to
+/// null). The persistent form is that of vHash (the count, then a key object and a value object per
+/// entry). Restoring destroys the own entries first, keeps those read completely before a failure,
+/// skips entries with a nil side or a repeated key and fails the stream on a key or value of a
+/// foreign class; check the stream's state.
 template <class Self, class K, class V, RWClassID Id>
 class vTypedHash : public RWCollectable {
   public:
@@ -135,9 +153,14 @@ class vTypedHash : public RWCollectable {
     mutable std::unique_ptr<V> aScratchValue;
 };
 
-// Walks a typed hash in its iteration order: loop while fAdvance() is true, reading aKey() and
-// aValue(). Changing the hash during a walk is not allowed. Outside an entry aKey() and aValue()
-// return the hash's default K and V.
+/// Walks a typed hash in its iteration order (the order in which the keys were inserted); the
+/// iterator class of every hash member (vHashvStringvStringIter, ...) derives from it.
+///
+/// Loop while fAdvance() is true, reading aKey() and aValue() (or apKey() and apValue()). The
+/// iterator borrows the hash, which must outlive it, and lends keys and values the hash still owns.
+/// Changing the hash during a walk is not allowed. Outside an entry apKey() and apValue() are null
+/// and aKey() and aValue() return the hash's default K and V. fAdvance() and fLookup() answer false
+/// at the end, where the iterator stays until fReset().
 template <class Self, class K, class V>
 class vTypedHashIterator {
   public:

@@ -1,17 +1,3 @@
-// vTypedList: the typed list of the collection family. It holds its elements, all of class T (or
-// of a class derived from T), in a vSlist and keeps the vSlist's ownership rule: fInsert stores a
-// copy, fInsertReference takes the object over, fRemove... hands an element back, fDelete...
-// destroys it. The members of the family (vSlistvString, vSlistvInt, ...) derive from it as
-//
-//   class vSlistvString final : public vTypedList<vSlistvString, vString, vClassID::vSlistvString>
-//
-// so that copy() and newSpecies() make the member's own class. The list keeps a current element:
-// fAt, fFirst, fLast, fLookup and fLookupReference set it, aKey() returns it, and whatever unlinks
-// or destroys that element leaves nothing current. With nothing current aKey() returns a default
-// T that the list keeps for the purpose, never an element of another list or freed memory.
-//
-// The persistent form is that of vSlist (the count, then every element as an object); restoring
-// rejects an element of a foreign class by failing the stream.
 #ifndef VFC_COLLECTIONS_VTYPEDLIST_H
 #define VFC_COLLECTIONS_VTYPEDLIST_H
 
@@ -31,6 +17,34 @@
 template <class Self, class T>
 class vTypedListIterator;
 
+/// The typed list of the collection family: a list of elements of class T (or of classes derived
+/// from T), kept in a vSlist.
+///
+/// Self is the member class that derives from the template, so that copy() and newSpecies() make
+/// that class; T is the element class and Id the member's class identifier, which isA() answers.
+/// The members (vSlistvString, vSlistvInt, ...) are generated in vTypedFamily.h as
+/// \code
+/// class vSlistvString final : public vTypedList<vSlistvString, vString, vClassID::vSlistvString>
+/// \endcode
+/// and each has an iterator class named after it with "Iter" appended (vSlistvStringIter, derived
+/// from vTypedListIterator).
+///
+/// The list keeps a current element: fAt, fFirst, fLast, fLookup and fLookupReference set it,
+/// aKey() returns it, and whatever unlinks or destroys that element leaves nothing current. With
+/// nothing current aKey() returns a default T that the list keeps for the purpose, never an element
+/// of another list or freed memory.
+///
+/// Ownership, as for vSlist: fInsert and fInsertAt store a copy; fInsertReference takes the object
+/// over; fRemove... and fRemoveReference hand an element to the caller, who then owns it;
+/// fDelete..., fDestroyFrom, fAndEquals, fClearAndDestroy, assignment and the destructor destroy;
+/// fClear unlinks without destroying. aKey() lends: its reference stays valid while that element
+/// stays in the list (the default T, while the list lives). Copies are deep and independent.
+///
+/// Failure: operations answer false for a missing element, a null pointer or a position out of
+/// range (negative ones included); positioning then leaves nothing current. The persistent form is
+/// that of vSlist (the count, then every element as an object). Restoring destroys the own elements
+/// first, keeps those read completely before a failure, skips nil elements and fails the stream on
+/// an element of a foreign class; check the stream's state.
 template <class Self, class T, RWClassID Id>
 class vTypedList : public RWCollectable {
   public:
@@ -142,8 +156,14 @@ class vTypedList : public RWCollectable {
     mutable std::unique_ptr<T> aScratch;  // made on first need
 };
 
-// Walks a typed list: loop while fAdvance() is true, reading aKey(). Changing the list during a
-// walk is not allowed. aKey() outside an element returns the list's default T.
+/// Walks a typed list from its first element to its last; the iterator class of every list member
+/// (vSlistvStringIter, ...) derives from it.
+///
+/// Loop while fAdvance() is true, reading aKey() or apKey(). The iterator borrows the list, which
+/// must outlive it, and lends elements the list still owns. Changing the list during a walk is not
+/// allowed. Before the first fAdvance() and after the end apKey() is null and aKey() returns the
+/// list's default T. fAdvance() and the lookups answer false at the end, where the iterator stays
+/// until fReset().
 template <class Self, class T>
 class vTypedListIterator {
   public:

@@ -1,14 +1,3 @@
-// vTypedVector: the typed vector of the collection family. It holds its elements, all of class T
-// (or of a class derived from T), in a vVector and keeps its ownership rule: fInsert stores a
-// copy, fInsertReference takes the object over, fRemove... hands an element back, fDelete...
-// destroys it. Positions are zero-based vInts; a negative position is out of range. The members
-// of the family derive from it as
-//
-//   class vVectorvString final
-//       : public vTypedVector<vVectorvString, vString, vClassID::vVectorvString>
-//
-// The persistent form is that of vVector (the count, then every element as an object); restoring
-// rejects an element of a foreign class by failing the stream.
 #ifndef VFC_COLLECTIONS_VTYPEDVECTOR_H
 #define VFC_COLLECTIONS_VTYPEDVECTOR_H
 
@@ -24,6 +13,30 @@
 template <class Self, class T>
 class vTypedVectorIterator;
 
+/// The typed vector of the collection family: a vector of elements of class T (or of classes
+/// derived from T), kept in a vVector.
+///
+/// Self is the member class that derives from the template, so that copy() and newSpecies() make
+/// that class; T is the element class and Id the member's class identifier, which isA() answers.
+/// Positions are zero-based vInts; a negative position is out of range. The members are generated
+/// in vTypedFamily.h as
+/// \code
+/// class vVectorvString final
+///     : public vTypedVector<vVectorvString, vString, vClassID::vVectorvString>
+/// \endcode
+/// and each has an iterator class named after it with "Iter" appended (vVectorvStringIter, derived
+/// from vTypedVectorIterator).
+///
+/// Ownership, as for vVector: fInsert and fInsertAt store a copy; fInsertReference takes the object
+/// over; fRemove, fRemoveAt and fRemoveReference hand an element to the caller, who then owns it;
+/// fDelete, fDeleteAt, fClearAndDestroy, assignment and the destructor destroy; fClear unlinks
+/// without destroying. fAt lends an element the vector still owns. Copies are deep and independent.
+///
+/// Failure: operations answer false, or null, for a missing element, a null pointer or a position
+/// out of range; fIndex then sets i to 0 and fRemove and fRemoveAt set out to null. The persistent
+/// form is that of vVector (the count, then every element as an object). Restoring destroys the own
+/// elements first, keeps those read completely before a failure, skips nil elements and fails the
+/// stream on an element of a foreign class; check the stream's state.
 template <class Self, class T, RWClassID Id>
 class vTypedVector : public RWCollectable {
   public:
@@ -98,8 +111,14 @@ class vTypedVector : public RWCollectable {
     mutable std::unique_ptr<T> aScratch;
 };
 
-// Walks a typed vector by position: loop while fAdvance() is true, reading aKey(). Changing the
-// vector during a walk is not allowed. aKey() outside an element returns the vector's default T.
+/// Walks a typed vector by position, from 0 up; the iterator class of every vector member
+/// (vVectorvStringIter, ...) derives from it.
+///
+/// Loop while fAdvance() is true, reading aKey() or apKey(). The iterator borrows the vector, which
+/// must outlive it, and lends elements the vector still owns. Changing the vector during a walk is
+/// not allowed. Before the first fAdvance() and after the end apKey() is null and aKey() returns
+/// the vector's default T. fAdvance() and the lookups answer false at the end, where the iterator
+/// stays until fReset().
 template <class Self, class T>
 class vTypedVectorIterator {
   public:

@@ -1,7 +1,3 @@
-// vVector: the library's ordered vector of collectable objects, with positions from 0. It owns
-// what it holds: fInsert and fInsertAt store copies made by copy(), fInsertReference takes the
-// pointer over, and the destructor destroys every element. Walk it by position: for i below
-// fEntries(), fAt(i).
 #ifndef VFC_COLLECTIONS_VVECTOR_H
 #define VFC_COLLECTIONS_VVECTOR_H
 
@@ -11,6 +7,22 @@
 #include "vfc/collections/vDynArray.h"
 #include "vfc/rw/RWCollection.h"
 
+/// The library's ordered vector of collectable objects, with positions from 0, which owns what it
+/// holds.
+///
+/// Walk it by position: for i below fEntries(), fAt(i). Elements are compared with isEqual.
+///
+/// Ownership: fInsert and fInsertAt store copies made by copy(); fInsertReference and the
+/// collection interface's insert take the pointer over; fRemove, fRemoveAt and remove hand the
+/// element to the caller, who then owns it (fRemoveReference gives p back the same way); the
+/// fDelete operations, fClearAndDestroy, assignment and the destructor destroy. fAt and find lend
+/// an element the vector still owns. fClear unlinks without destroying. Copies hold copies of every
+/// element and are independent.
+///
+/// Failure: operations answer false, or null, for a missing element, a position out of range or a
+/// null pointer, and change nothing; fIndex, fRemove and fRemoveAt then also set their out argument
+/// to 0 or null. Restoring first destroys the own elements, keeps those read completely before a
+/// failure and drops nil elements; check the stream's state.
 class VFC_API vVector : public RWCollection {
   public:
     vVector() = default;

@@ -1,5 +1,3 @@
-// vBitVector: the library's bit vector, a small value class on RWBitVec with the library's member
-// names. Bits outside the size read as false; setting or clearing one fails.
 #ifndef VFC_CORE_VBITVECTOR_H
 #define VFC_CORE_VBITVECTOR_H
 
@@ -8,6 +6,10 @@
 #include "vfc/base/export.h"
 #include "vfc/rw/RWBitVec.h"
 
+/// The library's bit vector: a value class on RWBitVec with the library's member names.
+///
+/// It owns its bits; copies are independent. Bits outside the size read as false; fSetBit and
+/// fClearBit answer false for them and change nothing. The other operations always succeed.
 class VFC_API vBitVector : public RWBitVec {
   public:
     vBitVector() = default;

@@ -1,6 +1,3 @@
-// vFloat: a double that is a collectable value. It keeps the identity semantics of RWCollectable:
-// two vFloat holding the same number are not equal (a set keeps both), a vFloat only equals
-// itself. Text conversions go through RWLocale::global().
 #ifndef VFC_CORE_VFLOAT_H
 #define VFC_CORE_VFLOAT_H
 
@@ -9,6 +6,16 @@
 
 class vString;
 
+/// A double that is a collectable, with the identity semantics of RWCollectable.
+///
+/// Two vFloat holding the same number are not equal (a set keeps both): compareTo, hash and isEqual
+/// go by the object's address, so a vFloat only equals itself. Text conversions go through
+/// RWLocale::global(). It owns its value; copies are independent.
+///
+/// Failure: the constructor from text gives 0.0 when the text does not start with a number, and
+/// assignment from such text leaves the value as it was; neither reports it. A vFloat persists only
+/// through the virtual streams (one double item, the stream reporting failures): the RWFile forms
+/// write and read nothing.
 class VFC_API vFloat : public RWCollectable {
   public:
     vFloat() = default;

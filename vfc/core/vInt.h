@@ -1,6 +1,3 @@
-// vInt: a 32-bit integer that is a collectable value, so it can live in the library's collections
-// and persistent streams. It is also the type of every position in the collection interfaces.
-// Arithmetic wraps on overflow; order, hash and equality follow the value.
 #ifndef VFC_CORE_VINT_H
 #define VFC_CORE_VINT_H
 
@@ -10,6 +7,16 @@
 
 class vString;
 
+/// A 32-bit integer that is a collectable value, so it can live in the library's collections and
+/// persistent streams.
+///
+/// It is also the position type of vSlist and of the typed lists and vectors. Arithmetic wraps on
+/// overflow; order, hash and equality follow the value. It owns its value; copies are independent.
+///
+/// Failure: the conversions from text never fail visibly: text that does not start with a number
+/// (after white space) gives 0, and numbers beyond the range of int are clamped to it. restoreGuts
+/// leaves the value unchanged when the item cannot be read; the stream or file then reports the
+/// failure.
 class VFC_API vInt : public RWCollectable, public RWInteger {
   public:
     vInt() = default;

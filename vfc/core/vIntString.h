@@ -1,6 +1,3 @@
-// vIntString: an identifier with a name. A collectable for storage in collections only: it
-// compares, hashes and tests equality by object identity, and persists nothing but its class
-// identifier.
 #ifndef VFC_CORE_VINTSTRING_H
 #define VFC_CORE_VINTSTRING_H
 
@@ -9,6 +6,12 @@
 #include "vfc/core/vString.h"
 #include "vfc/rw/RWCollectable.h"
 
+/// An identifier with a name: a vInt and a vString held together.
+///
+/// A collectable for storage in collections only: it compares, hashes and tests equality by object
+/// identity, and persists nothing but its class identifier. It owns its identifier and name by
+/// value; copies are independent, and fID() and fName() return references into the object, valid
+/// while it lives. Nothing here can fail.
 class VFC_API vIntString : public RWCollectable {
   public:
     vIntString() = default;

@@ -1,6 +1,3 @@
-// vPair: an ordered pair of collectables, owned by the pair. The members sit in a vSlist at
-// positions 0 and 1 and are destroyed with the pair. Order and equality are by first member,
-// then second; the hash is the first member's.
 #ifndef VFC_CORE_VPAIR_H
 #define VFC_CORE_VPAIR_H
 
@@ -8,6 +5,19 @@
 #include "vfc/collections/vSlist.h"
 #include "vfc/rw/RWCollectable.h"
 
+/// An ordered pair of collectables, owned by the pair.
+///
+/// Order and equality are by first member, then second; the hash is the first member's. The members
+/// sit in a vSlist at positions 0 and 1.
+///
+/// Ownership: the two-pointer constructor takes both objects over, and the pair destroys its
+/// members with itself, on assignment and on restoring. Copies (copy constructor, assignment,
+/// copy()) hold copies of the members, so they are independent. first() and second() lend the
+/// members: the pointers stay valid until the pair is destroyed, assigned to or restored.
+///
+/// Failure: a member may be missing (a default pair, a null given to the constructor, a badly
+/// restored pair); first() or second() then answer null, so check them. Restoring a damaged stream
+/// fails the stream and may leave the pair empty or incomplete.
 class VFC_API vPair : public RWCollectable {
   public:
     // No members: first() and second() are null.

@@ -1,12 +1,3 @@
-// vSString: an output stream buffer that accumulates everything written to it in a vString.
-// Write to it through a std::ostream over it (std::ostream out(&s)); read the text with string().
-// Writing it to another std::ostream drains it: the text goes out and the accumulator empties.
-//
-//   vSString s;
-//   std::ostream out(&s);
-//   out << "pages: " << 12;
-//   s.string();        // "pages: 12"
-//   std::cout << s;    // prints "pages: 12"; s is now empty
 #ifndef VFC_CORE_VSSTRING_H
 #define VFC_CORE_VSSTRING_H
 
@@ -19,6 +10,31 @@
 #include "vfc/persist/vpGStreambuf.h"
 #include "vfc/rw/RWCollectable.h"
 
+/// An output stream buffer that accumulates everything written to it in a vString.
+///
+/// Write to it through a std::ostream over it and read the text with string(). Writing it to
+/// another std::ostream drains it: the text goes out and the accumulator empties. It is for output
+/// only: it has no input, and a reader gets vpGStreambuf's end-of-input answer (the byte 255, not
+/// end-of-file).
+///
+/// Ownership: the object owns its text. string() returns a reference to the accumulator itself,
+/// valid as long as the vSString; data() is valid until the text next changes. Everything that
+/// reads the text first flushes pending output into it. A copy holds its own copy of the text
+/// written so far; copy assignment is not available.
+///
+/// Failure: appending to the accumulator cannot fail. write(std::istream&) answers 0 at once for a
+/// stream that is not good; otherwise it reads to the end, which leaves that stream with eofbit and
+/// failbit set. As a collectable it compares by identity and persists nothing but its class
+/// identifier. The read buffer of write() is shared by all instances, so use string streams from
+/// one thread only.
+///
+/// \code
+/// vSString s;
+/// std::ostream out(&s);
+/// out << "pages: " << 12;
+/// s.string();        // "pages: 12"
+/// std::cout << s;    // prints "pages: 12"; s is now empty
+/// \endcode
 class VFC_API vSString : public virtual std::basic_ios<char>,
                          public vpGStreambuf,
                          public RWCollectable {
@@ -50,7 +66,7 @@ class VFC_API vSString : public virtual std::basic_ios<char>,
     vString aString;  // the accumulator
 };
 
-// Writes what s has accumulated to out and empties s (pending output included).
+/// Writes what s has accumulated to out and empties s (pending output included); returns out.
 VFC_API std::ostream& operator<<(std::ostream& out, vSString& s);
 
 #endif  // VFC_CORE_VSSTRING_H

@@ -1,7 +1,3 @@
-// vString: the one text type of the library. A byte string (single- or multi-byte text, no fixed
-// encoding) that is at once an RWCString, so every string operation applies unchanged, and an
-// RWCollectable, so it can live in the library's collections and persistent streams. Copies are
-// cheap: they share the bytes until one side changes.
 #ifndef VFC_CORE_VSTRING_H
 #define VFC_CORE_VSTRING_H
 
@@ -17,6 +13,22 @@ class RWWString;
 class vRegExp;
 class vVBuffer;
 
+/// The one text type of the library: a byte string that is at once an RWCString and an
+/// RWCollectable.
+///
+/// It holds single- or multi-byte text in no fixed encoding (any bytes, zeros included). Every
+/// RWCString operation applies unchanged, and as a collectable it can live in the library's
+/// collections and persistent streams (as one string item).
+///
+/// Ownership: a vString owns its bytes. Copies are cheap and independent: they share one buffer
+/// until either side changes (copy-on-write). A vSubString returned by operator() refers to this
+/// very object; it stays valid while the string lives and is not resized by other means. The
+/// objects returned by EOL() and nullString() live as long as the program.
+///
+/// Failure: nothing throws. Positions out of range give the zero byte or the null substring, failed
+/// searches RW_NPOS or the null substring, and fReplaceAll answers false when nothing matched.
+/// restoreGuts leaves the string unchanged when the stored item is malformed; the stream or file
+/// then reports the failure, so check its state after restoring.
 class VFC_API vString : public RWCollectable, public RWCString {
   public:
     vString() = default;
@@ -105,13 +117,18 @@ class VFC_API vString : public RWCollectable, public RWCString {
     static const vString& nullString();
 };
 
+/// A new string holding the bytes of a followed by those of b.
 VFC_API vString operator+(const vString& a, const vString& b);
+/// A new string holding the text of a (up to its terminating zero; null counts as empty) followed
+/// by the bytes of b.
 VFC_API vString operator+(const char* a, const vString& b);
 
-// Writes the bytes as they are.
+/// Writes the bytes of s to out as they are, zeros included; returns out, whose state reports a
+/// failed write.
 VFC_API std::ostream& operator<<(std::ostream& out, const vString& s);
-// Reads one word as std::string does: skips leading white space (when skipws is set), then
-// takes bytes up to the next white space or the stream's width.
+/// Reads one word as std::string does: skips leading white space (when skipws is set), then takes
+/// bytes up to the next white space or the stream's width. s is always replaced: when nothing could
+/// be read it becomes empty and the stream's failbit is set.
 VFC_API std::istream& operator>>(std::istream& in, vString& s);
 
 #endif  // VFC_CORE_VSTRING_H

@@ -1,10 +1,20 @@
-// vStringUtils: URL escaping of strings, in place.
 #ifndef VFC_CORE_VSTRINGUTILS_H
 #define VFC_CORE_VSTRINGUTILS_H
 
 #include "vfc/base/export.h"
 #include "vfc/core/vString.h"
 
+/// URL escaping of strings, in place.
+///
+/// Both functions rewrite the string they are given and return a reference to it; they never fail.
+/// Only characters of one byte in the current locale are escaped; the bytes of longer characters
+/// stay as they are.
+///
+/// \code
+/// vString s("a b/c:d~");
+/// vStringUtils::sfURLEncode(s);   // "a%20b%2fc:d%7e"
+/// vStringUtils::sfURLDecode(s);   // "a b/c:d~" again
+/// \endcode
 class VFC_API vStringUtils {
   public:
     // Replaces each one-byte character of the set  space " # % & ' / < > ? [ \ ] ^ ` { | } ~

@@ -1,7 +1,3 @@
-// vSubString: a writable view of a range of a vString. Assigning to it replaces that range in
-// the owning string (which grows or shrinks); assigning "" deletes it. Only vString's substring
-// operators make new views. A view is valid while its string lives and is not resized by others;
-// the null substring, which failed lookups return, ignores assignment.
 #ifndef VFC_CORE_VSUBSTRING_H
 #define VFC_CORE_VSUBSTRING_H
 
@@ -12,6 +8,17 @@
 
 class vString;
 
+/// A writable view of a range of a vString, as returned by vString's substring operators.
+///
+/// Assigning to the view replaces that range in the string it refers to, which grows or shrinks;
+/// assigning "" deletes the range. The view then covers the new text, so it can be assigned again.
+///
+/// Ownership: the view owns nothing. It refers to the string object it was made from and is valid
+/// only while that string lives and is not resized through other paths; copies of that string made
+/// before the assignment keep their bytes.
+///
+/// Failure: failed lookups return the null substring (isNull(); start RW_NPOS, length 0), which
+/// reads as empty and ignores assignment. Check isNull() before relying on an assignment.
 class VFC_API vSubString : public RWCSubString {
   public:
     vSubString(const vSubString& other) = default;

@@ -1,7 +1,3 @@
-// vVBuffer: a growable byte buffer kept as a list of fixed-size segments, so appending never moves
-// what is already stored. Readers walk it segment by segment or copy ranges out with fRead. Two
-// buffers are equal when they hold the same bytes, whatever their segment sizes. Persisted as the
-// segment size, the segment count and each segment as a string item.
 #ifndef VFC_CORE_VVBUFFER_H
 #define VFC_CORE_VVBUFFER_H
 
@@ -13,6 +9,21 @@
 #include "vfc/base/export.h"
 #include "vfc/rw/RWCollectable.h"
 
+/// A growable byte buffer kept as a list of fixed-size segments, so appending never moves what is
+/// already stored.
+///
+/// Readers walk it segment by segment with fForEachSegment or copy ranges out with fRead. Two
+/// buffers are equal (and order by their bytes) when they hold the same bytes, whatever their
+/// segment sizes. Persisted as the segment size, the segment count and each segment as a string
+/// item.
+///
+/// Ownership: the buffer owns its bytes; copies are deep and independent. The pointers passed to a
+/// fForEachSegment visitor are valid only during that call.
+///
+/// Failure: fRead copies what exists and answers the number of bytes copied (0 from an offset at or
+/// past the end). Restoring first empties the buffer; a segment size of 0 or above 16 MiB fails the
+/// stream (fail and bad) or the RWFile, and on a failed read the buffer keeps the segments read
+/// completely. Check the stream or file after restoring.
 class VFC_API vVBuffer : public RWCollectable {
   public:
     // segmentSize: bytes per segment (at least 1).

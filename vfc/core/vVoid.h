@@ -1,12 +1,16 @@
-// vVoid: an untyped pointer that is a collectable value, for keeping references to objects of any
-// kind in the library's collections. The pointer is not owned. Order, hash and equality follow
-// the address; nothing but the class identifier is persisted.
 #ifndef VFC_CORE_VVOID_H
 #define VFC_CORE_VVOID_H
 
 #include "vfc/base/export.h"
 #include "vfc/rw/RWCollectable.h"
 
+/// An untyped pointer that is a collectable value, for keeping references to objects of any kind in
+/// the library's collections.
+///
+/// The pointer is not owned: destroying or copying a vVoid leaves the object pointed to alone, and
+/// the caller keeps it alive for as long as the pointer is used. Order, hash and equality follow
+/// the address; nothing but the class identifier is persisted, so a vVoid made by reading a stream
+/// holds null. Nothing here can fail.
 class VFC_API vVoid : public RWCollectable {
   public:
     vVoid() = default;

@@ -1,9 +1,13 @@
-// vComponentType: the kind of one component of a path (see vPathComponent).
 #ifndef VFC_FILES_VCOMPONENTTYPE_H
 #define VFC_FILES_VCOMPONENTTYPE_H
 
 #include "vfc/base/export.h"
 
+/// The kinds of the components of a parsed path (see vPathComponent and vcListComponents).
+///
+/// Only a holder for the enumeration TypeEnum; it has no objects of interest. The root, root of
+/// the current drive, up and current kinds carry no text; every other kind carries the text of
+/// the component.
 class VFC_API vComponentType {
   public:
     enum TypeEnum : int {

@@ -1,14 +1,3 @@
-// vFile: a file named by its path, with the content type the library knows for it. The path is
-// kept as given (in the host's notation); files compare, hash and are equal by that path. The
-// type starts unset (eNone) and is set by the input file stream when it opens the file in
-// binary mode and looks at its first bytes; the type names are the stored form of the type.
-//
-//   vIfstream in;
-//   if (in.fOpenBinary(vFile("chapter1.mif")))
-//       std::cout << in.fFileInfo().fTypeName();   // "application/vnd.mif"
-//
-// Nothing here touches the file except QueryStat and fIsDirectory, which ask the system each
-// time; a vFile may name a file that does not exist.
 #ifndef VFC_FILES_VFILE_H
 #define VFC_FILES_VFILE_H
 
@@ -20,6 +9,27 @@
 
 class vIfstream;
 
+/// A file named by its path, with the content type the library knows for it.
+///
+/// The path is kept as given (in the host's notation); files compare, hash and are equal by that
+/// path alone. The type starts unset (eNone) and is set by the input file stream when it opens
+/// the file in binary mode and looks at its first bytes, or by restoring; the type names are the
+/// stored form of the type.
+///
+/// \code
+/// vIfstream in;
+/// if (in.fOpenBinary(vFile("chapter1.mif")))
+///     std::cout << in.fFileInfo().fTypeName();   // "application/vnd.mif" for a MIF file
+/// \endcode
+///
+/// Nothing here touches the file except QueryStat and fIsDirectory, which ask the system each
+/// time; a vFile may name a file that does not exist.
+///
+/// Ownership: a value class that owns its path string; copies are independent.
+///
+/// Failure: nothing throws. QueryStat and fIsDirectory answer false when the system cannot tell;
+/// unknown type names give eUnknown. restoreGuts leaves the file unchanged when the stream
+/// fails; check the stream's state. The RWFile forms persist nothing.
 class VFC_API vFile : public RWCollectable {
   public:
     // The content types; each has the fixed name given by sfFileTypeToConstChar.
@@ -105,7 +115,7 @@ class VFC_API vFile : public RWCollectable {
     FileTypeEnum aType = eNone;
 };
 
-// Prints the path.
+/// Writes the path's bytes to out as they are (not the type); returns out.
 VFC_API std::ostream& operator<<(std::ostream& out, const vFile& file);
 
 #endif  // VFC_FILES_VFILE_H

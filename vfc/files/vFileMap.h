@@ -1,19 +1,3 @@
-// vFileMap: a file (or a block of memory with no file behind it) mapped into the address space,
-// with a cursor. Writers fill it by formatted printing at the cursor; when a file mapped for
-// writing is unmapped it is cut back to the cursor, so a file can be mapped much larger than
-// needed (64 MiB when nothing better is known) and still ends with exactly the bytes written.
-//
-//   vFileMap out;
-//   if (out.Map("toc.txt", 0, 0)) {        // a new file, 64 MiB of room
-//       out.Print(false, "%s\r\n", "Contents");
-//       out.Unmap();                       // toc.txt now holds 10 bytes
-//   }
-//
-// The object owns the view and the open file until Unmap (the destructor unmaps). Copies are
-// shallow on purpose: a copy shares the view and the file, and only one of the objects may
-// unmap; the other must be left to go without using it again. Failures are reported by a null
-// pointer or 0, never by a message or an exception; a failed map leaves the object unmapped with
-// every handle closed.
 #ifndef VFC_FILES_VFILEMAP_H
 #define VFC_FILES_VFILEMAP_H
 
@@ -25,6 +9,30 @@
 #define VFC_PRINTF_FORMAT(fmt, args)
 #endif
 
+/// A file (or a block of memory with no file behind it) mapped into the address space, with a
+/// cursor.
+///
+/// Writers fill it by formatted printing at the cursor; when a file mapped for writing is
+/// unmapped it is cut back to the cursor, so a file can be mapped much larger than needed
+/// (64 MiB when nothing better is known) and still ends with exactly the bytes written.
+///
+/// \code
+/// vFileMap out;
+/// if (out.Map("toc.txt", 0, 0)) {        // a new file, 64 MiB of room
+///     out.Print(false, "%s\r\n", "Contents");
+///     out.Unmap();                       // toc.txt now holds 10 bytes
+/// }
+/// \endcode
+///
+/// Ownership: the object owns the view and the open file until Unmap (the destructor unmaps).
+/// The pointers that Map, GetOffsetPtr and Print return point into the view and are valid only
+/// until the next Map or Unmap. Copies are shallow and not counted: a copy holds the same view
+/// and file handle, and the Unmap of each object (its destructor included) releases them again.
+/// So copy only an object that maps nothing; two live objects over one mapping would both
+/// release it when they go.
+///
+/// Failure: reported by a null pointer or 0, never by a message or an exception. A failed map
+/// leaves the object unmapped with every handle closed.
 class VFC_API vFileMap {
   public:
     // Flag bits of Map.

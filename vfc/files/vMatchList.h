@@ -1,18 +1,3 @@
-// vMatchList: a list of file-name patterns in which "*" is the only wildcard, each compiled once
-// into a regular expression anchored at both ends. A name matches the list when it matches any
-// one pattern as a whole. Every other character stands for itself ("?" included); with
-// ignoreCase the codes from "A" to "z" match either case.
-//
-//   vMatchList exclude;
-//   exclude.fInsert("*.bak");
-//   exclude.fInsert("core");
-//   exclude.fCheckForMatch("index.htm.bak");   // true
-//   exclude.fCheckForMatch("core.txt");        // false
-//
-// The patterns keep the order of insertion and each stands in the list once. The persistent form
-// on the virtual streams is the number of patterns, each pattern as a string item, then the
-// ignoreCase flag; restoring compiles the patterns again. The RWFile forms write and read
-// nothing.
 #ifndef VFC_FILES_VMATCHLIST_H
 #define VFC_FILES_VMATCHLIST_H
 
@@ -25,6 +10,32 @@
 class vRegExp;
 class vString;
 
+/// A list of file-name patterns in which "*" is the only wildcard; a name matches the list when
+/// it matches any one pattern as a whole.
+///
+/// Each pattern is compiled once into a regular expression anchored at both ends. Every other
+/// character stands for itself ("?" included); with ignoreCase the codes from "A" to "z" match
+/// either case. The patterns keep the order of insertion and each stands in the list once.
+///
+/// \code
+/// vMatchList exclude;
+/// exclude.fInsert("*.bak");
+/// exclude.fInsert("core");
+/// exclude.fCheckForMatch("index.htm.bak");   // true
+/// exclude.fCheckForMatch("core.txt");        // false
+/// \endcode
+///
+/// The persistent form on the virtual streams is the number of patterns, each pattern as a
+/// string item, then the ignoreCase flag; restoring compiles the patterns again. The RWFile
+/// forms write and read nothing.
+///
+/// Ownership: a value class that owns its patterns and their compiled expressions; copies are
+/// independent. The reference fPatterns() returns stays valid while the list lives. As with
+/// vRegExp, one list must not be matched against from two threads at once.
+///
+/// Failure: nothing throws. fInsert and fDelete answer false when there was nothing to do; a
+/// damaged stream keeps the patterns read completely before the damage (check the stream's
+/// state after restoring).
 class VFC_API vMatchList : public RWCollectable {
   public:
     // An empty list (which matches nothing); case significant.

@@ -1,7 +1,3 @@
-// vPath: a path held in its normalised form, the string that vcGeneratePath writes for the
-// path's own component list in the path's own notation: "a//b/" in UNIX notation is held as
-// "a/b" (doubled separators collapse; outside the URL-like notations a trailing separator goes).
-// Paths compare and hash by that string, so two spellings of one path are equal.
 #ifndef VFC_FILES_VPATH_H
 #define VFC_FILES_VPATH_H
 
@@ -12,6 +8,18 @@
 #include "vfc/files/vPathType.h"
 #include "vfc/rw/RWCollectable.h"
 
+/// A path held in its normalised form, with the notation it is written in.
+///
+/// The normalised form is the string that vcGeneratePath writes for the path's own component
+/// list in the path's own notation: "a//b/" in UNIX notation is held as "a/b" (doubled
+/// separators collapse; outside the URL-like notations a trailing separator goes). Paths
+/// compare and hash by that string, so two spellings of one path are equal.
+///
+/// Ownership: a value class that owns its string; copies are independent.
+///
+/// Failure: nothing throws; any text parses into some path. Restoring from a stream takes the
+/// stored string as it is (already normalised); a notation outside 0-39 fails the stream, and
+/// a failed stream leaves the path unchanged. The RWFile forms write and read nothing.
 class VFC_API vPath : public RWCollectable {
   public:
     // The empty path in the host notation.
@@ -53,7 +61,7 @@ class VFC_API vPath : public RWCollectable {
     vString aPath;
 };
 
-// Prints the normalised string.
+/// Writes the normalised string to out; returns out.
 VFC_API std::ostream& operator<<(std::ostream& out, const vPath& path);
 
 #endif  // VFC_FILES_VPATH_H

@@ -1,21 +1,3 @@
-// vPathComponent: one component of a parsed path: the notation it was written in (stored
-// normalised, never flagged), its kind and its text. The text is held as the name really is:
-// a flagged notation's escapes are undone when the component is built, and fComponent applies
-// the escapes of whatever notation the component is written in.
-//
-// Kinds without text (root, root of the current drive, up, current) always hold an empty text.
-// Escaping of the flagged notations:
-//   DOS       names only: "%", control characters and \ / : * ? " < > | as "%" + two lower-case
-//             hex digits; any "%" + two hex digits is undone except "%00"
-//   Mac       drives and names: ":" is written as "/" and "/" read as ":"
-//   MIF       every text: "\" and ">" get a backslash in front; a backslash takes the next
-//             character literally
-//   MIF in a MIF string: "\" and ">" as "\\\\" and "\\\>" (the MIF escape, escaped once more
-//             for the string), bytes from 0x80 as "\xhh "; both are undone, as is "\>"
-//   URL and portable: names, shares and fragments are URL-encoded (vStringUtils::sfURLEncode,
-//             and ":" as "%3a") and decoded; schemes, hosts, ports, drives and queries stand
-//             as written
-//   UNIX      no escapes
 #ifndef VFC_FILES_VPATHCOMPONENT_H
 #define VFC_FILES_VPATHCOMPONENT_H
 
@@ -25,6 +7,35 @@
 #include "vfc/files/vPathType.h"
 #include "vfc/rw/RWCollectable.h"
 
+/// One component of a parsed path: the notation it was written in (stored normalised, never
+/// flagged), its kind and its text.
+///
+/// The text is held as the name really is: a flagged notation's escapes are undone when the
+/// component is built, and fComponent applies the escapes of whatever notation the component is
+/// written in. Kinds without text (root, root of the current drive, up, current) always hold an
+/// empty text.
+///
+/// Escaping of the flagged notations:
+/// \code{.unparsed}
+///   DOS       names only: "%", control characters and \ / : * ? " < > | as "%" + two lower-case
+///             hex digits; any "%" + two hex digits is undone except "%00"
+///   Mac       drives and names: ":" is written as "/" and "/" read as ":"
+///   MIF       every text: "\" and ">" get a backslash in front; a backslash takes the next
+///             character literally
+///   MIF in a MIF string: "\" and ">" as "\\\\" and "\\\>" (the MIF escape, escaped once more
+///             for the string), bytes from 0x80 as "\xhh "; both are undone, as is "\>"
+///   URL and portable: names, shares and fragments are URL-encoded (vStringUtils::sfURLEncode,
+///             and ":" as "%3a") and decoded; schemes, hosts, ports, drives and queries stand
+///             as written
+///   UNIX      no escapes
+/// \endcode
+///
+/// Ownership: a value class that owns its text; copies are independent. The reference aText()
+/// returns stays valid until the component is changed or destroyed.
+///
+/// Failure: nothing throws; any text makes a component. Restoring a stored notation that is not
+/// a normalised one, or an unknown kind, fails the stream (or the RWFile); a failed restore
+/// leaves the component unchanged.
 class VFC_API vPathComponent : public RWCollectable {
   public:
     // A name in the host notation with empty text.
@@ -53,10 +64,10 @@ class VFC_API vPathComponent : public RWCollectable {
     bool operator==(const vPathComponent& other) const;
     bool operator!=(const vPathComponent& other) const { return !(*this == other); }
 
-    // Order: notation, then kind, then text; -1 against another class.
     RWCollectable* newSpecies() const override;
     RWCollectable* copy() const override;
     RWClassID isA() const override { return classIsA(); }
+    // Order: notation, then kind, then text; -1 against another class.
     int compareTo(const RWCollectable* other) const override;
     unsigned hash() const override;
     bool isEqual(const RWCollectable* other) const override;

@@ -1,16 +1,19 @@
-// The class identifiers of the library, in one table. Persistent streams record them before every
-// object, so they are part of the file format and never change. Ranges: 0x100 values and files,
-// 0x200 generic collections, 0x220 typed collections, 0x300 stream-like classes. The numbers
-// missing from the table (258, 260-262, 271, 276-290, 558, 574-576, 600-607) are unassigned on
-// purpose and stay so.
-//
-// VFC_CLASS_ID_TABLE(X) calls X(class, identifier) once per class; vClassID::<class> is the
-// identifier as a constant.
 #ifndef VFC_PERSIST_VCLASSIDS_H
 #define VFC_PERSIST_VCLASSIDS_H
 
 #include "vfc/rw/RWClassID.h"
 
+/// \file
+/// The class identifiers of the library, in one table.
+///
+/// Persistent streams record the identifier before every object, so the numbers are part of the
+/// file format and never change. Ranges: 0x100 values and files, 0x200 generic collections,
+/// 0x220 typed collections, 0x300 stream-like classes. The numbers missing from the table (258,
+/// 260-262, 271, 276-290, 558, 574-576, 600-607) are unassigned on purpose and stay so.
+
+/// The table itself: VFC_CLASS_ID_TABLE(X) expands X(class, identifier) once per class, in
+/// ascending order of identifier. Use it to generate code for every class, e.g. registration
+/// checks; X must be a macro taking two arguments.
 #define VFC_CLASS_ID_TABLE(X)                \
     X(vDate, 0x100)                          \
     X(vFile, 0x101)                          \
@@ -95,6 +98,10 @@
     X(vVBuffer, 0x309)                       \
     X(vRegExp, 0x30A)
 
+/// One constant per table entry: vClassID::vString is the identifier of vString, and so on.
+/// These are what RW_DEFINE_COLLECTABLE and the factory take; compare them with isA(). A few
+/// entries reserve the identifier of a class the library does not provide; the factory makes
+/// nothing (null) for those.
 namespace vClassID {
 #define VFC_CLASS_ID_CONSTANT(name, id) constexpr RWClassID name = id;
 VFC_CLASS_ID_TABLE(VFC_CLASS_ID_CONSTANT)

@@ -1,6 +1,3 @@
-// vpStringStreambuf: the stream buffer of a vPstream. Output bytes are appended to the pipe's
-// string; input bytes are taken from the front of it and removed. A buffer detached from its
-// pipe (the pipe is gone or was flushed) takes and gives nothing.
 #ifndef VFC_PERSIST_VPSTRINGSTREAMBUF_H
 #define VFC_PERSIST_VPSTRINGSTREAMBUF_H
 
@@ -9,6 +6,15 @@
 
 class vPstream;
 
+/// The stream buffer of a vPstream: output bytes are appended to the pipe's string; input bytes
+/// are taken from the front of it and removed.
+///
+/// Ownership: the buffer borrows its pipe (fOwner()) and never destroys it. The pipe detaches its
+/// buffers when it is flushed or destroyed; a detached buffer (fOwner() null) takes and gives
+/// nothing, so it is safe to keep using after the pipe is gone. Not copyable.
+///
+/// Failure: as for vpGStreambuf: output to a detached buffer is refused (sync() answers 255),
+/// and input from an empty or detached pipe reads as the byte 255.
 class VFC_API vpStringStreambuf : public vpGStreambuf {
   public:
     explicit vpStringStreambuf(vPstream* owner) : vpGStreambuf(1024), aOwner(owner) {}

@@ -1,6 +1,3 @@
-// RWBitVec: a vector of bits of a given length, all false at first. Bits outside the length
-// read as false and cannot be set. The persistent form is the length, then the bits packed into
-// bytes (bit i in byte i / 8, at bit i % 8) as one string item.
 #ifndef VFC_RW_RWBITVEC_H
 #define VFC_RW_RWBITVEC_H
 
@@ -14,6 +11,16 @@ class RWFile;
 class RWvistream;
 class RWvostream;
 
+/// A vector of bits of a given length, all false at first.
+///
+/// Bits outside the length read as false and cannot be set. The vector owns its bits; copies are
+/// independent. Equal vectors (same length, same bits) have the same hash().
+///
+/// The persistent form is the length as an unsigned integer item, then the bits packed into bytes
+/// (bit i in byte i / 8, at bit i % 8) as one string item. restoreFrom() accepts the data only
+/// when the byte string has the size the length calls for; on malformed data the stream fails (an
+/// RWvistream gets fail and bad, an RWFile stops being good()) and the vector is left as it was.
+/// Check the stream's state after restoring.
 class VFC_API RWBitVec {
   public:
     RWBitVec() = default;

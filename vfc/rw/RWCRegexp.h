@@ -1,21 +1,3 @@
-// RWCRegexp: one compiled single expression, the matcher beneath vRegExp. The dialect:
-//   c        a literal byte (any byte but the special ones below)
-//   .        any byte, line feed and zero included
-//   [set]    a byte class: ranges a-z, a leading ^ negates, \x is x inside, a ] right after
-//            [ or [^ is literal, a - first or last is literal
-//   x* x+ x? zero or more, one or more, zero or one of the preceding item
-//   ^ $      start and end of the text, when first (last) in the pattern; literal elsewhere
-//   \x       the byte x literally
-//   | ( ) { }  are ordinary bytes
-// Matching is leftmost, then longest, and runs in time linear in the text (a lazily built
-// deterministic automaton). A pattern that does not compile reports it through status() and
-// never matches.
-//
-//   pattern      text         index  extent
-//   "a+"         "baaab"      1      3
-//   "x*"         "abc"        0      0
-//   "[^/]+$"     "/usr/bin"   5      3
-//   "^b"         "ab"         RW_NPOS
 #ifndef VFC_RW_RWCREGEXP_H
 #define VFC_RW_RWCREGEXP_H
 
@@ -32,15 +14,47 @@ class Expression;
 class Matcher;
 }  // namespace vfc::rx
 
+/// One compiled regular expression of a small dialect; the matcher beneath vRegExp.
+///
+/// \code{.unparsed}
+///   c        a literal byte (any byte but the special ones below)
+///   .        any byte, line feed and zero included
+///   [set]    a byte class: ranges a-z, a leading ^ negates, \x is x inside, a ] right after
+///            [ or [^ is literal, a - first or last is literal
+///   x* x+ x? zero or more, one or more, zero or one of the preceding item
+///   ^ $      start and end of the text, when first (last) in the pattern; literal elsewhere
+///   \x       the byte x literally
+///   | ( ) { }  are ordinary bytes
+/// \endcode
+/// Matching is leftmost, then longest, and runs in time linear in the text (a lazily built
+/// deterministic automaton). The object owns its automaton; a copy shares the immutable compiled
+/// expression and builds its own automaton as it searches. A search adds states to the automaton,
+/// so one object must not be searched from two threads at once: give each thread its own copy.
+///
+/// Failure: a pattern that does not compile reports it through status() (ILLEGAL or TOOLONG) and
+/// never matches. index() answers RW_NPOS when there is no match.
+/// \code
+/// size_t extent = 0;
+/// RWCRegexp("a+").index("baaab", &extent);         // 1, extent 3
+/// RWCRegexp("x*").index("abc", &extent);           // 0, extent 0
+/// RWCRegexp("[^/]+$").index("/usr/bin", &extent);  // 5, extent 3
+/// RWCRegexp("^b").index("ab");                     // RW_NPOS
+/// \endcode
 class VFC_API RWCRegexp {
   public:
+    // The outcome of compiling the pattern, as status() reports it.
     enum statVal {
+        // The pattern compiled.
         OK = 0,
-        ILLEGAL,  // malformed: unclosed [, a quantifier with nothing before it, a trailing \,
-                  // a reversed range
-        TOOLONG   // more items than the matcher accepts
+        // Malformed: an unclosed [, a quantifier with nothing before it, a trailing backslash,
+        // a reversed range.
+        ILLEGAL,
+        // More items than the matcher accepts.
+        TOOLONG
     };
 
+    // Compiles the pattern: a C string (null counts as empty), length bytes, or a string. Check
+    // status() before relying on matches.
     RWCRegexp(const char* pattern);
     RWCRegexp(const char* pattern, size_t length);
     RWCRegexp(const RWCString& pattern);

@@ -1,8 +1,3 @@
-// RWCString: the reference-counted byte string of the platform layer. Copies share one buffer
-// until either side changes, so collections can copy strings freely. Bytes are arbitrary (zeros
-// included); the buffer is always followed by a terminating zero so data() can go to C APIs.
-// Nothing here throws: positions out of range are answered with the zero byte, the no-position
-// value RW_NPOS or a null substring, as each function says.
 #ifndef VFC_RW_RWCSTRING_H
 #define VFC_RW_RWCSTRING_H
 
@@ -20,11 +15,30 @@ class RWFile;
 class RWvistream;
 class RWvostream;
 
-// The position that means "no position": a failed search, a null substring.
+/// The position that means "no position": what a failed search answers, and the start of a null
+/// substring.
 constexpr size_t RW_NPOS = static_cast<size_t>(-1);
 
+/// The reference-counted byte string of the platform layer.
+///
+/// Bytes are arbitrary (zeros included); the buffer is always followed by a terminating zero so
+/// data() can go to C APIs. Each string owns its bytes as far as the caller can tell: copies share
+/// one buffer until either side changes (copy on write, with an atomic count, so copies held by
+/// different threads can be used independently), and a change through one string is never seen
+/// through another. Once a writable byte reference (non-const operator() or operator[]) has been
+/// handed out, the buffer is never shared again, so writes through it reach only this string.
+///
+/// Lifetimes: data(), view() and a byte reference stay valid until the string is next changed or
+/// destroyed; an RWCSubString refers to the string and must not outlive it.
+///
+/// Nothing here throws: positions out of range are answered with the zero byte, the no-position
+/// value RW_NPOS or a null substring (RWCSubString::isNull()), as each function says, and
+/// insert(), remove() and replace() clamp their positions to the string. When memory cannot be
+/// allocated the process aborts.
 class VFC_API RWCString {
   public:
+    // How comparisons, searches and hashes treat letters: exact compares bytes as they are,
+    // ignoreCase folds only the ASCII letters A-Z to a-z, so it never depends on the C locale.
     enum caseCompare { exact, ignoreCase };
 
     RWCString() noexcept : p_(emptyChars()) {}
@@ -221,42 +235,57 @@ class VFC_API RWCString {
     char* p_;  // the bytes; the Rep header stands right before them
 };
 
+/// A new string: the bytes of a followed by those of b (a null C string counts as empty).
 VFC_API RWCString operator+(const RWCString& a, const RWCString& b);
+/// As above, with a C string operand (null counts as empty).
 VFC_API RWCString operator+(const RWCString& a, const char* b);
+/// As above, with a C string operand (null counts as empty).
 VFC_API RWCString operator+(const char* a, const RWCString& b);
 
+/// Equal when the lengths and all bytes agree; a C string is compared up to its terminating zero
+/// and a null one counts as empty.
 inline bool operator==(const RWCString& a, const RWCString& b) noexcept {
     return a.length() == b.length() && std::memcmp(a.data(), b.data(), a.length()) == 0;
 }
+/// As above, against a C string.
 inline bool operator==(const RWCString& a, const char* b) noexcept {
     return a.view() == std::string_view(b ? b : "");
 }
+/// As above, against a C string.
 inline bool operator==(const char* a, const RWCString& b) noexcept {
     return b == a;
 }
+/// Not equal; see operator==.
 inline bool operator!=(const RWCString& a, const RWCString& b) noexcept {
     return !(a == b);
 }
+/// As above, against a C string.
 inline bool operator!=(const RWCString& a, const char* b) noexcept {
     return !(a == b);
 }
+/// As above, against a C string.
 inline bool operator!=(const char* a, const RWCString& b) noexcept {
     return !(b == a);
 }
+/// Orders as compareTo() with exact comparison: bytes as unsigned, a prefix before the longer
+/// string.
 inline bool operator<(const RWCString& a, const RWCString& b) {
     return a.compareTo(b) < 0;
 }
+/// Orders as operator< does.
 inline bool operator>(const RWCString& a, const RWCString& b) {
     return a.compareTo(b) > 0;
 }
+/// Orders as operator< does.
 inline bool operator<=(const RWCString& a, const RWCString& b) {
     return a.compareTo(b) <= 0;
 }
+/// Orders as operator< does.
 inline bool operator>=(const RWCString& a, const RWCString& b) {
     return a.compareTo(b) >= 0;
 }
 
-// Writes the bytes as they are, zeros included.
+/// Writes the bytes to out as they are, zeros included; out reports failures in its own state.
 VFC_API std::ostream& operator<<(std::ostream& out, const RWCString& s);
 
 #endif  // VFC_RW_RWCSTRING_H

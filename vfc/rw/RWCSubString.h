@@ -1,7 +1,3 @@
-// RWCSubString: a writable view of a range of an RWCString. Assigning to it replaces that range in
-// the string, which may grow or shrink; assigning "" deletes the range. A view is valid only while
-// its string lives and is not resized through other paths. The null substring (start RW_NPOS,
-// length 0) is what failed lookups return; assigning to it changes nothing.
 #ifndef VFC_RW_RWCSUBSTRING_H
 #define VFC_RW_RWCSUBSTRING_H
 
@@ -12,6 +8,16 @@
 #include "vfc/base/export.h"
 #include "vfc/rw/RWCString.h"
 
+/// A writable view of a range of an RWCString, as RWCString::operator()(start, len) and the
+/// regular-expression lookups return it.
+///
+/// Assigning to it replaces that range in the string, which may grow or shrink; assigning ""
+/// deletes the range. The view owns nothing: it refers to its string, and is valid only while the
+/// string lives and is not resized through other paths. A view of a const string must not be
+/// assigned to, not even through a copy of it.
+///
+/// Failure: a lookup that finds nothing, or a range that does not fit, yields the null substring
+/// (isNull(): start RW_NPOS, length 0); assigning to it changes nothing.
 class VFC_API RWCSubString {
   public:
     RWCSubString(const RWCSubString&) = default;
@@ -43,20 +49,25 @@ class VFC_API RWCSubString {
     size_t extent_;
 };
 
+/// Equal when the viewed bytes and the other text agree in length and content (a null C string,
+/// like the null substring, counts as empty).
 inline bool operator==(const RWCSubString& a, const char* b) noexcept {
     return a.view() == std::string_view(b ? b : "");
 }
+/// As above, against an RWCString.
 inline bool operator==(const RWCSubString& a, const RWCString& b) noexcept {
     return a.view() == b.view();
 }
+/// Not equal; see operator==.
 inline bool operator!=(const RWCSubString& a, const char* b) noexcept {
     return !(a == b);
 }
+/// As above, against an RWCString.
 inline bool operator!=(const RWCSubString& a, const RWCString& b) noexcept {
     return !(a == b);
 }
 
-// Writes the viewed bytes.
+/// Writes the viewed bytes to out (nothing for the null substring).
 VFC_API std::ostream& operator<<(std::ostream& out, const RWCSubString& s);
 
 #endif  // VFC_RW_RWCSUBSTRING_H

@@ -1,6 +1,3 @@
-// RWCollectable: the root of every object that the library's collections hold and its persistent
-// streams write. The virtual protocol below is in its fixed slot order; the defaults compare, hash
-// and test equality by object identity and persist nothing.
 #ifndef VFC_RW_RWCOLLECTABLE_H
 #define VFC_RW_RWCOLLECTABLE_H
 
@@ -13,6 +10,22 @@ class RWvistream;
 class RWvostream;
 class RWFile;
 
+/// The root of every object that the library's collections hold and its persistent streams write.
+///
+/// A subclass overrides the virtual protocol below; the defaults compare, hash and test equality
+/// by object identity and persist nothing. The virtual functions are in a fixed slot order (the
+/// layout of the virtual table), so their order must not change. A class that is written to
+/// streams registers with RWFactory (see RW_DEFINE_COLLECTABLE), so that a reader can make it from
+/// its identifier.
+///
+/// Ownership: newSpecies() and copy() return new objects that the caller owns and deletes.
+/// recursiveRestoreFrom() returns a new object that the caller owns, or, for a reference to an
+/// object read earlier in the same operation, that earlier object, which stays with whoever owns
+/// it; vfc::rw::restoreOwned() always returns an object of the caller's own.
+///
+/// Failure: nothing throws. On malformed data the readers return null and leave the stream failed
+/// (an RWvistream not good(), with fail and bad; an RWFile not good()); a null result from a good
+/// stream means the nil object was read. Writers report through the stream's state as well.
 class VFC_API RWCollectable {
   public:
     RWCollectable() = default;
@@ -48,20 +61,24 @@ class VFC_API RWCollectable {
     void recursiveSaveOn(RWFile& f) const;
     // The object reader. Reads the next object: a new one is made by the factory, or, when p is
     // given and the identifiers agree, restored into p; a reference yields the object read
-    // earlier in the same operation; nil yields null. On malformed data the stream fails and the
-    // result is null (a new object that could not be read completely is destroyed).
+    // earlier in the same operation (refused as malformed when p is given); nil yields null. On
+    // malformed data the stream fails and the result is null (a new object that could not be
+    // read completely is destroyed; p stays the caller's, possibly half restored).
     static RWCollectable* recursiveRestoreFrom(RWvistream& s, RWCollectable* p = nullptr);
     static RWCollectable* recursiveRestoreFrom(RWFile& f, RWCollectable* p = nullptr);
 };
 
 namespace vfc::rw {
-// Writes p as an object, or the nil form when p is null.
+/// Writes p as an object (RWCollectable::recursiveSaveOn()), or the nil form when p is null; the
+/// stream's state (RWFile::good()) tells whether it worked. p stays the caller's.
 VFC_API void saveObject(RWvostream& s, const RWCollectable* p);
+/// As above, for an RWFile.
 VFC_API void saveObject(RWFile& f, const RWCollectable* p);
-// Reads an object that the caller will own: a new object as read, a reference to an object read
-// earlier in the operation as a copy of it (an owning collection cannot hold one object twice),
-// null for nil or on failure (tell them apart by the stream's state).
+/// Reads an object that the caller will own and delete: a new object as read, a reference to an
+/// object read earlier in the operation as a copy of it (an owning collection cannot hold one
+/// object twice), null for nil or on failure (tell them apart by the stream's state).
 VFC_API RWCollectable* restoreOwned(RWvistream& s);
+/// As above, for an RWFile.
 VFC_API RWCollectable* restoreOwned(RWFile& f);
 }  // namespace vfc::rw
 

@@ -1,5 +1,3 @@
-// RWCollection: the abstract collection of collectable pointers. A collection of the platform
-// layer does not own what it holds; the library's collections add ownership on top.
 #ifndef VFC_RW_RWCOLLECTION_H
 #define VFC_RW_RWCOLLECTION_H
 
@@ -8,6 +6,16 @@
 #include "vfc/base/export.h"
 #include "vfc/rw/RWCollectable.h"
 
+/// The abstract collection of collectable pointers: the interface that the platform layer's lists
+/// and hash tables share.
+///
+/// Ownership: a collection of the platform layer does not own what it holds. Destroying it or
+/// calling clear() leaves the elements alone, remove() hands the element back to the caller, and
+/// only removeAndDestroy() and clearAndDestroy() delete elements; an element must stay alive while
+/// it is held. The library's collections (vSlist and the others) add ownership on top.
+///
+/// Failure: lookups and removals answer null (or false) when no element is isEqual() to the
+/// target; insert() answers null when it did not add.
 class VFC_API RWCollection : public RWCollectable {
   public:
     ~RWCollection() override;

@@ -1,8 +1,3 @@
-// RWFile: a binary file of persistent objects. Items are written in little-endian binary: short
-// integers in 16 bits, other integers and string lengths in 32 bits, doubles as IEEE-754, a string
-// as its length and the raw bytes. Every operation reports success by its result; after the first
-// failure the file stays failed (good() is false) and reads leave their targets unchanged. Reads
-// never trust a length: one that exceeds the bytes left in the file fails.
 #ifndef VFC_RW_RWFILE_H
 #define VFC_RW_RWFILE_H
 
@@ -18,6 +13,20 @@ class SaveTable;
 struct RestoreTable;
 }  // namespace vfc::rw
 
+/// A binary file of persistent objects, read and written item by item.
+///
+/// Items are little-endian binary: char and bool in 8 bits, short integers in 16 bits, other
+/// integers and string lengths in 32 bits, doubles as IEEE-754 in 64 bits, a string as its length
+/// and the raw bytes. The object owns its C stream and closes it when destroyed; call Flush()
+/// first to learn whether buffered writes reached the file. As with any C stream opened for update,
+/// seek or flush between writing and reading.
+///
+/// Failure: a file that could not be opened is not isValid(). Every Read and Write reports success
+/// by its result; after the first failure the file stays failed (good() is false until Erase()),
+/// further reads and writes do nothing and reads leave their targets unchanged (a raw-bytes Read
+/// may have filled part of its buffer). Reads never trust a length: a string length or collection
+/// count that exceeds the bytes left in the file fails. Object readers mark malformed data with
+/// setFailed().
 class VFC_API RWFile {
   public:
     // Opens filename with the C library mode given ("rb", "wb+", ...). Without a mode an existing

@@ -1,7 +1,3 @@
-// RWHashDictionary: associations of a key with a value, both collectable pointers, with at most
-// one association per key (keys are compared by isEqual). Values may be null. The dictionary owns
-// neither keys nor values; clearAndDestroy destroys both. As a collection its elements are the
-// keys: insert(key) adds key with a null value, find and remove work on keys.
 #ifndef VFC_RW_RWHASHDICTIONARY_H
 #define VFC_RW_RWHASHDICTIONARY_H
 
@@ -10,6 +6,21 @@
 #include "vfc/base/export.h"
 #include "vfc/rw/RWSet.h"
 
+/// A hash table of associations of a key with a value, both collectable pointers, with at most one
+/// association per key (keys are compared by isEqual()).
+///
+/// Keys may not be null; values may. As a collection its elements are the keys: insert(key) adds
+/// key with a null value, and find() and remove() work on keys and answer the stored key (remove()
+/// does not give the value back: use removeKeyAndValue() for that). Iterate with
+/// RWHashDictionaryIterator; see RWHashTable for the iteration order.
+///
+/// Ownership: the dictionary owns neither keys nor values. Destroying it or clear() leaves them
+/// alone; removeKeyAndValue() and findValue(target, newValue) hand pointers back to the caller;
+/// removeAndDestroy() and clearAndDestroy() delete key and value (once, when the value is its own
+/// key). A key must not change its hash() while it is stored.
+///
+/// Failure: lookups answer null when the key is absent; insertKeyAndValue() answers null, adding
+/// nothing, when key is null or an equal key is present.
 class VFC_API RWHashDictionary : public RWSet {
   public:
     explicit RWHashDictionary(size_t n = 0) : RWSet(n) {}

@@ -1,11 +1,3 @@
-// RWHashTable: a hash table of collectable pointers. Elements are placed by their hash() and found
-// by isEqual(); equal elements may be held more than once. The table does not own its elements:
-// destroying it leaves them alone, and clearAndDestroy is the way to destroy them.
-//
-// The elements sit in a dense array in insertion order, so iteration order depends only on the
-// sequence of insertions and removals; an open-addressed index of (hash, position) pairs finds
-// them. Hash values are computed once, on insertion. Removing leaves a hole that iteration skips,
-// so an element may be removed during a walk; inserting during a walk invalidates the walk.
 #ifndef VFC_RW_RWHASHTABLE_H
 #define VFC_RW_RWHASHTABLE_H
 
@@ -16,6 +8,21 @@
 #include "vfc/base/export.h"
 #include "vfc/rw/RWCollection.h"
 
+/// A hash table of collectable pointers: elements are placed by their hash() and found by
+/// isEqual(); equal elements may be held more than once.
+///
+/// Ownership: the table does not own its elements. Destroying it or clear() leaves them alone,
+/// remove() hands the element back to the caller, and clearAndDestroy() (or removeAndDestroy())
+/// is the way to destroy them. Null is never held. Hash values are computed once, on insertion,
+/// so an element must not change its hash() while it is held. Copying is left to subclasses.
+///
+/// The elements sit in a dense array in insertion order, so iteration order depends only on the
+/// sequence of insertions and removals; an open-addressed index of (hash, position) pairs finds
+/// them. Removing leaves a hole that iteration skips, so an element may be removed during a walk;
+/// inserting during a walk invalidates the walk (see RWHashTableIterator).
+///
+/// Failure: lookups answer null (or 0) when no element is isEqual() to the target; insert()
+/// answers null when a is null.
 class VFC_API RWHashTable : public RWCollection {
   public:
     // An empty table with room for about n elements before it first grows.
@@ -23,7 +30,8 @@ class VFC_API RWHashTable : public RWCollection {
     ~RWHashTable() override;
 
     size_t entries() const override { return live_; }
-    // Adds a, even when an equal element is present; returns a, or null when a is null.
+    // Adds a, even when an equal element is present; returns a, or null (adding nothing) when a
+    // is null or the table cannot take more (about four billion entries).
     RWCollectable* insert(RWCollectable* a) override;
     // The first element (in insertion order) isEqual to target, or null.
     RWCollectable* find(const RWCollectable* target) const override;

@@ -1,7 +1,3 @@
-// RWHashTableIterator: walks an RWHashTable in its iteration order (the order of insertion, with
-// removed elements left out). Each call of operator() steps to the next element. Removing
-// elements during a walk, through remove() or through the table, is allowed; inserting into the
-// table invalidates the walk.
 #ifndef VFC_RW_RWHASHTABLEITERATOR_H
 #define VFC_RW_RWHASHTABLEITERATOR_H
 
@@ -10,6 +6,22 @@
 #include "vfc/base/export.h"
 #include "vfc/rw/RWHashTable.h"
 
+/// Walks an RWHashTable in its iteration order: the order of insertion, with removed elements
+/// left out.
+///
+/// A new iterator, or one after reset(), stands before the first element. Each call of operator()
+/// steps to the next element and returns it; at the end it returns null and stays there until
+/// reset(). Removing elements during a walk, through remove() or through the table, is allowed;
+/// inserting into the table invalidates the walk (reset() makes the iterator usable again).
+///
+/// Ownership: the iterator borrows the table, which must outlive it, and owns nothing; remove()
+/// hands the unlinked element to the caller.
+/// \code
+/// RWHashTableIterator it(table);
+/// while (RWCollectable* item = it()) {
+///     // ... use item ...
+/// }
+/// \endcode
 class VFC_API RWHashTableIterator {
   public:
     explicit RWHashTableIterator(RWHashTable& table) : table_(&table) {}

@@ -1,5 +1,3 @@
-// RWInteger: a holder of one platform int, with the persistent form of a single integer item.
-// It is a plain value, not a collectable; vInt adds the collectable protocol on top of it.
 #ifndef VFC_RW_RWINTEGER_H
 #define VFC_RW_RWINTEGER_H
 
@@ -9,6 +7,11 @@ class RWFile;
 class RWvistream;
 class RWvostream;
 
+/// A holder of one platform int, with the persistent form of a single integer item.
+///
+/// It is a plain value (copies are independent), not a collectable; vInt adds the collectable
+/// protocol on top of it. restoreFrom() leaves the value unchanged when the item cannot be read;
+/// the stream (its fail state) or the file (not good()) then reports the failure.
 class VFC_API RWInteger {
   public:
     RWInteger(int value = 0) : value_(value) {}

@@ -1,16 +1,21 @@
-// RWLocale: number formatting and parsing for the library's text conversions. Only the default
-// locale exists: global() answers a "C"-like locale whose decimal point is always '.', whatever
-// the C library's locale is. It is built on first use and never freed.
-//
-//   double d = 0;
-//   RWLocale::global().stringToNum("2.5 pages", &d);   // true, d == 2.5
-//   RWLocale::global().asString(0.1);                  // "0.1"
 #ifndef VFC_RW_RWLOCALE_H
 #define VFC_RW_RWLOCALE_H
 
 #include "vfc/base/export.h"
 #include "vfc/rw/RWCString.h"
 
+/// Number formatting and parsing for the library's text conversions, independent of the C
+/// library's locale.
+///
+/// Only the default locale exists: global() answers a "C"-like locale whose decimal point is always
+/// '.', whatever the C library's locale is. It is built on first use, never freed and cannot be
+/// copied; it keeps no state, so it may be used from any thread. stringToNum() reports a text that
+/// does not start with a number by returning false.
+/// \code
+/// double d = 0;
+/// RWLocale::global().stringToNum("2.5 pages", &d);  // true, d == 2.5
+/// RWLocale::global().asString(0.1);                 // "0.1"
+/// \endcode
 class VFC_API RWLocale {
   public:
     RWLocale(const RWLocale&) = delete;

@@ -1,5 +1,3 @@
-// RWSet: a hash table that holds no two equal elements. Inserting an element equal to one already
-// held adds nothing and answers the element held. Like its base it does not own its elements.
 #ifndef VFC_RW_RWSET_H
 #define VFC_RW_RWSET_H
 
@@ -8,6 +6,12 @@
 #include "vfc/base/export.h"
 #include "vfc/rw/RWHashTable.h"
 
+/// A hash table that holds no two equal elements.
+///
+/// Inserting an element equal to one already held adds nothing and answers the element held, so
+/// the caller still owns the one it offered when the result differs from it. Like its base it does
+/// not own its elements; see RWHashTable for ownership, iteration order and failures. Iterate with
+/// RWSetIterator.
 class VFC_API RWSet : public RWHashTable {
   public:
     explicit RWSet(size_t n = 0) : RWHashTable(n) {}

@@ -1,4 +1,3 @@
-// RWSetIterator: walks an RWSet in its iteration order; see RWHashTableIterator.
 #ifndef VFC_RW_RWSETITERATOR_H
 #define VFC_RW_RWSETITERATOR_H
 
@@ -6,6 +5,9 @@
 #include "vfc/rw/RWHashTableIterator.h"
 #include "vfc/rw/RWSet.h"
 
+/// Walks an RWSet in its iteration order; it is an RWHashTableIterator in all but name.
+///
+/// The iterator borrows the set, which must outlive it, and owns nothing.
 class VFC_API RWSetIterator : public RWHashTableIterator {
   public:
     explicit RWSetIterator(RWSet& set) : RWHashTableIterator(set) {}

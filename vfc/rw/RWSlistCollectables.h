@@ -1,6 +1,3 @@
-// RWSlistCollectables: a singly linked list of collectable pointers, with constant-time append
-// and prepend. It does not own its elements: destroying the list leaves them alone, and
-// clearAndDestroy is the way to destroy them.
 #ifndef VFC_RW_RWSLISTCOLLECTABLES_H
 #define VFC_RW_RWSLISTCOLLECTABLES_H
 
@@ -9,6 +6,16 @@
 #include "vfc/base/export.h"
 #include "vfc/rw/RWCollection.h"
 
+/// A singly linked list of collectable pointers, with constant-time append and prepend.
+///
+/// Ownership: the list does not own its elements. Destroying it or clear() leaves them alone, the
+/// remove functions hand the unlinked element back to the caller, and clearAndDestroy(),
+/// destroyFrom() and removeAndDestroy() delete elements. The list cannot be copied. Do not insert
+/// null: it would be stored, and find() and remove() call isEqual() on every element.
+///
+/// Failure: lookups and removals answer null when there is no such element; insertAt() answers
+/// null, adding nothing, when the position is past the end. Positional access (at(), insertAt(),
+/// removeAt(), removeLast()) walks the list. Iterate with RWSlistCollectablesIterator.
 class VFC_API RWSlistCollectables : public RWCollection {
   public:
     RWSlistCollectables() = default;

@@ -1,5 +1,3 @@
-// RWWString: a wide-character string, kept only so that wide text can be turned into the
-// library's byte strings.
 #ifndef VFC_RW_RWWSTRING_H
 #define VFC_RW_RWWSTRING_H
 
@@ -9,6 +7,11 @@
 #include "vfc/base/export.h"
 #include "vfc/rw/RWCString.h"
 
+/// A wide-character string, kept only so that wide text can be turned into the library's byte
+/// strings.
+///
+/// It owns its characters; copies are independent. toMultiByte() does not fail: what the current
+/// C locale cannot encode becomes "?".
 class VFC_API RWWString {
   public:
     RWWString() = default;

@@ -1,7 +1,3 @@
-// RWpistream: reads the portable object format that RWpostream writes. Runs of white space
-// before a token are skipped, so CR LF line ends and blank lines read the same. A malformed
-// token, a value out of range for its type or the end of the data sets fail (and eof at the
-// end); the target of a failed read is left unchanged.
 #ifndef VFC_RW_RWPISTREAM_H
 #define VFC_RW_RWPISTREAM_H
 
@@ -11,6 +7,16 @@
 #include "vfc/base/export.h"
 #include "vfc/rw/RWvistream.h"
 
+/// Reads the portable object format that RWpostream writes, from a std::streambuf.
+///
+/// Runs of white space before a token are skipped, so CR LF line ends and blank lines read the
+/// same. The stream borrows the buffer (with the std::istream form, the istream's buffer), which
+/// must outlive it; the std::istream's own state is not changed.
+///
+/// Failure: a malformed token, a value out of range for its type or the end of the data sets fail
+/// (and eof at the end); a malformed string, count or object marker, and a null buffer, set bad as
+/// well. The target of a failed read is left unchanged, and once the stream has failed every
+/// further read does nothing. Check good() after reading.
 class VFC_API RWpistream : public RWvistream {
   public:
     explicit RWpistream(std::streambuf* sb);

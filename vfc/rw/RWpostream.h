@@ -1,9 +1,3 @@
-// RWpostream: writes the portable object format, printable ASCII readable on any platform: every
-// item is one token followed by a line feed; characters that are not printable are escaped.
-// The items of an object are collected and handed to the std::streambuf in one piece when the
-// outermost object is complete; items written outside an object go at once. So after any call
-// made from outside an object's saveGuts, everything written is in the buffer. A buffer that
-// refuses bytes sets fail and bad.
 #ifndef VFC_RW_RWPOSTREAM_H
 #define VFC_RW_RWPOSTREAM_H
 
@@ -13,6 +7,20 @@
 #include "vfc/base/export.h"
 #include "vfc/rw/RWvostream.h"
 
+/// Writes the portable object format, printable ASCII readable on any platform, to a
+/// std::streambuf.
+///
+/// Every item is one token followed by a line feed; characters that are not printable are escaped.
+/// Items pass through a 4 KiB buffer of the stream: those of an object are held back until the
+/// outermost object is complete (an object larger than the buffer goes over in pieces), items
+/// written outside an object go at once. So after any call made from outside an object's saveGuts,
+/// everything written is in the std::streambuf; flush() also syncs the std::streambuf.
+///
+/// The stream borrows the buffer (with the std::ostream form, the ostream's buffer), which must
+/// outlive it; the std::ostream's own state is not changed.
+///
+/// Failure: a null buffer, or a buffer that refuses bytes or fails to sync, sets fail and bad, and
+/// from then on every write is dropped. Check good() after writing.
 class VFC_API RWpostream : public RWvostream {
   public:
     explicit RWpostream(std::streambuf* sb);

@@ -1,6 +1,3 @@
-// RWvistream: the abstract input stream of the persistent object format. Reads never trust the
-// data: a malformed or out-of-range item sets fail and leaves the target unchanged, and once the
-// stream has failed every further read does nothing.
 #ifndef VFC_RW_RWVISTREAM_H
 #define VFC_RW_RWVISTREAM_H
 
@@ -16,6 +13,14 @@ namespace vfc::rw {
 struct RestoreTable;
 }
 
+/// The abstract input stream of the persistent object format; RWpistream reads the portable text
+/// form.
+///
+/// Reads never trust the data: a malformed or out-of-range item sets fail and leaves the target
+/// unchanged, a count or length above kMaxCount sets bad as well, and once the stream has failed
+/// every further read does nothing. The object reader of RWCollectable also sets fail and bad for
+/// objects nested deeper than kMaxDepth. Check good() after reading. The stream is not copyable; it
+/// does not own the objects read through it.
 class VFC_API RWvistream : public virtual RWvios {
   public:
     // Counts and lengths above this are taken for corruption.

@@ -1,6 +1,3 @@
-// RWvostream: the abstract output stream of the persistent object format. A concrete stream
-// (RWpostream) decides how each item is spelled; the object writer of RWCollectable and every
-// saveGuts write through this interface only.
 #ifndef VFC_RW_RWVOSTREAM_H
 #define VFC_RW_RWVOSTREAM_H
 
@@ -14,6 +11,13 @@ namespace vfc::rw {
 class SaveTable;
 }
 
+/// The abstract output stream of the persistent object format; RWpostream writes the portable
+/// text form.
+///
+/// A concrete stream decides how each item is spelled; the object writer of RWCollectable and every
+/// saveGuts write through this interface only. Writes report failure through the stream's state
+/// (RWvios): check good() after writing. The stream is not copyable and does not own the objects
+/// written through it.
 class VFC_API RWvostream : public virtual RWvios {
   public:
     RWvostream();

@@ -1,15 +1,3 @@
-// vLibrary: a dynamically loaded library named by its file, with a prefix put in front of every
-// function name looked up in it. Nothing is loaded until fConstruct; a loaded library is never
-// unloaded again (not by the destructor, not by anything else), so function addresses taken from
-// it stay valid until the process ends.
-//
-//   vLibrary lib("Plugin_", vFile("/opt/tools/libconvert.so"));
-//   int state = 0;
-//   if (lib.fConstruct() && lib.fExecute("Init", &state)) ...;   // calls Plugin_Init(&state)
-//
-// Libraries are collectables that order, compare and hash as their files do: two libraries over
-// one file are equal whatever their prefixes. They persist as file and prefix; a restored
-// library is not loaded.
 #ifndef VFC_SYSTEM_VLIBRARY_H
 #define VFC_SYSTEM_VLIBRARY_H
 
@@ -18,6 +6,30 @@
 #include "vfc/files/vFile.h"
 #include "vfc/rw/RWCollectable.h"
 
+/// A dynamically loaded library named by its file, with a prefix put in front of every function
+/// name looked up in it.
+///
+/// Nothing is loaded until fConstruct. Libraries are collectables that order, compare and hash
+/// as their files do: two libraries over one file are equal whatever their prefixes. They
+/// persist as file and prefix; a restored library is not loaded.
+///
+/// \code
+/// vLibrary lib("Plugin_", vFile("/opt/tools/libconvert.so"));
+/// int state = 0;
+/// if (lib.fConstruct() && lib.fExecute("Init", &state)) ...;   // calls Plugin_Init(&state)
+/// \endcode
+///
+/// Ownership: the object holds the system's handle but never releases it: a loaded library is
+/// never unloaded again (not by the destructor, not by anything else), so function addresses
+/// taken from it stay valid until the process ends. A copy of a loaded library holds the same
+/// handle. The arguments handed to fExecute and fExecuteCollectable stay the caller's.
+/// fLastSymbol() is updated by the const lookups, so one object must not run lookups from two
+/// threads at once.
+///
+/// Failure: nothing throws. fConstruct answers false when the file cannot be loaded;
+/// fExecute and fExecuteCollectable answer false when the library is not loaded, the symbol is
+/// missing, or the function returned 0 (fLastSymbol() tells which name was looked up). A
+/// damaged stream leaves the library as it was.
 class VFC_API vLibrary : public RWCollectable {
   public:
     vLibrary() = default;
@@ -29,8 +41,9 @@ class VFC_API vLibrary : public RWCollectable {
     ~vLibrary() override;
 
     // Loads the file (every symbol resolved now). True when a handle was obtained; on failure
-    // the library stays unloaded. A library already loaded is loaded again, which the system
-    // answers with the same handle for the same file.
+    // nothing changes (an unloaded library stays unloaded, a loaded one keeps its handle). A
+    // library already loaded is loaded again, which the system answers with the same handle for
+    // the same file.
     bool fConstruct();
     // Looks up the exported function named prefix + function, taking one pointer and returning
     // int, and calls it with argument: true when it returned non-zero. False, without calling

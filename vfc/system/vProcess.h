@@ -1,17 +1,3 @@
-// vProcess: runs another program from a command line, without a shell: the line is cut into
-// words by the command-line tokenizer (double quotes group) and the first word is the program,
-// searched in PATH. A child runs detached (optionally waited for) or with its standard output
-// and standard error captured through one pipe into a vString or a vOfstream.
-//
-//   vProcess p;
-//   vString out;
-//   if (p.fReadPipe("convert -v \"My Book.mif\"", out) && p.aExitCode().value() == 0) ...;
-//   else std::cerr << p.aError();   // "...unable to execute the command\nconvert ...\n..."
-//
-// A failed start returns false and leaves the message of the library's catalogue (6000 not
-// found, 6001 low on resources, 6003 other) with the command in aError. A captured child that
-// closed its output but still runs leaves aExitCode at 259; it is reaped later. The child's
-// standard input reads /dev/null and it inherits no descriptor but its standard streams.
 #ifndef VFC_SYSTEM_VPROCESS_H
 #define VFC_SYSTEM_VPROCESS_H
 
@@ -22,6 +8,33 @@
 
 class vOfstream;
 
+/// Runs another program from a command line, without a shell.
+///
+/// The line is cut into words by the command-line tokenizer (double quotes group; see
+/// vArgList::fParseStringIntoSlist) and the first word is the program, searched in PATH. A child
+/// runs detached (optionally waited for) or with its standard output and standard error
+/// captured through one pipe into a vString or a vOfstream. The child's standard input reads
+/// /dev/null and it inherits no descriptor but its standard streams.
+///
+/// \code
+/// vProcess p;
+/// vString out;
+/// if (p.fReadPipe("convert -v \"My Book.mif\"", out) && p.aExitCode().value() == 0) ...;
+/// else std::cerr << p.aError();   // "...unable to execute the command\nconvert ...\n..."
+/// \endcode
+///
+/// Ownership: the object keeps the child's id, exit code and last error; the output string or
+/// stream is the caller's and must live through the call. A detached child that nobody waits
+/// for, and a captured child still running when its output ended, are reaped later by the
+/// library (at the next run or when a vProcess is destroyed).
+///
+/// Failure: nothing throws; the run functions return false when the child could not be
+/// started. A line that does not split into words leaves the tokenizer's message in aError();
+/// a failed start leaves the message of the application's catalogue (6000 not found, 6001 low
+/// on resources, 6003 other) with the command, taken through vAppInfo(), which makes the default
+/// application when there is none. aExitCode() is set only when the code is known and otherwise
+/// keeps its previous value; a captured child that closed its output but still runs leaves it at
+/// kStillActive (259).
 class VFC_API vProcess {
   public:
     // The value of aExitCode for a child that closed its output and still runs.
@@ -45,7 +58,8 @@ class VFC_API vProcess {
     // Both captures: text takes precedence over file when both are given.
     bool fReadPipe_i(const vString& commandLine, vString* text, vOfstream* file);
 
-    // Waits for the process (its id, as a pointer-sized value) to end and returns its exit code.
+    // Waits for the process (its id, as a pointer-sized value) to end and returns its exit code;
+    // (unsigned long)-1 when the id is not that of an unreaped child of this process.
     static unsigned long sfWaitForTermination(void* processHandle);
     // Whether name can be started: a path to an executable file, or a name found in PATH;
     // found receives the file.

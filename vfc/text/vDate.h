@@ -1,14 +1,3 @@
-// vDate: a calendar day of the Gregorian calendar (extended backwards before its introduction),
-// held as the number of days since 1970-01-01. Dates run from 0001-01-01 to 9999-12-31; a day,
-// month and year that do not name such a day make an invalid date, which isValid() reports and
-// which orders before every valid date.
-//
-//   vDate d(6, 11, 1994);
-//   d.weekDay();                    // 7 (Sunday)
-//   vDate(29, 2, 1900).isValid();   // false: 1900 is not a leap year
-//
-// A collectable value: the persistent form is the day number as one integer item, on both kinds
-// of stream.
 #ifndef VFC_TEXT_VDATE_H
 #define VFC_TEXT_VDATE_H
 
@@ -17,6 +6,26 @@
 
 class vTime;
 
+/// A calendar day of the Gregorian calendar (extended backwards before its introduction), held
+/// as the number of days since 1970-01-01.
+///
+/// Dates run from 0001-01-01 to 9999-12-31; a day, month and year that do not name such a day
+/// make an invalid date, which isValid() reports and which orders before every valid date.
+///
+/// \code
+/// vDate d(6, 11, 1994);
+/// d.weekDay();                    // 7 (Sunday)
+/// vDate(29, 2, 1900).isValid();   // false: 1900 is not a leap year
+/// \endcode
+///
+/// A collectable value: the persistent form is the day number as one integer item, on both
+/// kinds of stream.
+///
+/// Ownership: a plain value; copies are independent.
+///
+/// Failure: nothing throws. Out-of-range input gives the invalid date (check isValid()), whose
+/// parts read as 0. A stored day number outside the valid range (other than the invalid
+/// date's) fails the stream or RWFile and leaves the date as it was.
 class VFC_API vDate : public RWCollectable {
   public:
     // The day numbers of the first and the last valid date, and of the invalid date.

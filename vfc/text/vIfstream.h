@@ -1,19 +1,3 @@
-// vIfstream: the library's file reader. A standard input file stream opened from a vFile, in
-// text or binary mode; the binary open can type the file from its first bytes and its name
-// (fFileInfo().fType() afterwards). On top of the stream it reads lines with any of the line
-// ends LF, CR LF and CR, cuts lines into tokens by a pattern or by a quoting tokenizer, reads
-// INI text into a hash of sections and reads bytes in bulk.
-//
-//   vIfstream in;
-//   vString line;
-//   if (in.fOpenText(vFile("notes.txt")))
-//       while (in.fGetLine(line))
-//           use(line);
-//
-// The stream owns its file and its read buffer; a copy takes the mode and the file
-// description, never the open file. Nothing throws: opens return false, reads return false at
-// the end of the input or once the stream has failed, and the tokenizer reports its errors
-// through its error flag and message.
 #ifndef VFC_TEXT_VIFSTREAM_H
 #define VFC_TEXT_VIFSTREAM_H
 
@@ -29,6 +13,30 @@
 
 class vRegExp;
 
+/// The library's file reader: a standard input file stream opened from a vFile, in text or
+/// binary mode.
+///
+/// The binary open can type the file from its first bytes and its name (fFileInfo().fType()
+/// afterwards). On top of the stream it reads lines with any of the line ends LF, CR LF and CR,
+/// cuts lines into tokens by a pattern or by a quoting tokenizer, reads INI text into a hash of
+/// sections and reads bytes in bulk. As a collectable it persists nothing of the stream.
+///
+/// \code
+/// vIfstream in;
+/// vString line;
+/// if (in.fOpenText(vFile("notes.txt")))
+///     while (in.fGetLine(line))
+///         use(line);
+/// \endcode
+///
+/// Ownership: the stream owns its open file and its read buffer and closes the file when it is
+/// destroyed; it keeps its own copy of the vFile it was opened from (fFileInfo()). A copy takes
+/// the mode and the file description, never the open file. The results of the reading functions
+/// are written into the caller's objects.
+///
+/// Failure: nothing throws. Opens return false, with the stream failed. Reads return false at
+/// the end of the input or once the stream has failed (aFail() then tells, as do the standard
+/// state functions); the tokenizer reports a malformed line through its error flag and message.
 class VFC_API vIfstream : public std::basic_ifstream<char>, public RWCollectable {
   public:
     // Unopened.
@@ -107,8 +115,9 @@ class VFC_API vIfstream : public std::basic_ifstream<char>, public RWCollectable
     std::unique_ptr<char[]> aBuffer;  // the file buffer's storage, made on the first open
 };
 
-// Copies the rest of in to out, 1024 bytes at a time, while out is good and in has no state bit
-// set. Returns out.
+/// Copies the rest of in to out, 1024 bytes at a time, while out is good and in has no state bit
+/// set; returns out. Reading to the end leaves in failed (eof and fail); a failed write shows in
+/// out's state.
 VFC_API std::ostream& operator<<(std::ostream& out, vIfstream& in);
 
 #endif  // VFC_TEXT_VIFSTREAM_H

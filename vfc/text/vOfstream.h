@@ -1,23 +1,3 @@
-// vOfstream: the library's file writer. A standard output file stream opened from a vFile, in
-// text or binary mode, truncating or appending; writes are cut into chunks of at most 4096 bytes
-// so that a failure stops a large write early, line writes end with vString::EOL(), and fClose
-// reports whether everything reached the file (a full disk shows up at the flush or the close).
-//
-//   vOfstream out;
-//   if (out.fOpenText(vFile("index.htm"))) {
-//       out.fWriteLine(vString("<html>"));
-//       if (!out.fClose()) ...;   // the disk filled up
-//   }
-//
-// The stream owns the file it opened and closes it at the latest when it is destroyed (without
-// reporting anything then; call fClose to learn the outcome). It owns a copy of the vFile it was
-// opened from (fFileInfo). Nothing throws: every operation returns false once the stream has
-// failed, and keeps returning false until the next open clears the state.
-//
-// A binary open of a file whose extension occurs (without regard to case) in the type name of
-// the persistent-object files, "vorlandix" (so ".vor", ".dix", ...), writes at once the stream's
-// own object in the portable object format, so that such a file starts with the persistence
-// header. "xml" files never get it; neither do files without an extension.
 #ifndef VFC_TEXT_VOFSTREAM_H
 #define VFC_TEXT_VOFSTREAM_H
 
@@ -29,6 +9,33 @@
 #include "vfc/files/vFile.h"
 #include "vfc/rw/RWCollectable.h"
 
+/// The library's file writer: a standard output file stream opened from a vFile, in text or
+/// binary mode, truncating or appending.
+///
+/// Writes are cut into chunks of at most 4096 bytes so that a failure stops a large write
+/// early, line writes end with vString::EOL(), and fClose reports whether everything reached the
+/// file (a full disk shows up at the flush or the close).
+///
+/// \code
+/// vOfstream out;
+/// if (out.fOpenText(vFile("index.htm"))) {
+///     out.fWriteLine(vString("<html>"));
+///     if (!out.fClose()) ...;   // the disk filled up
+/// }
+/// \endcode
+///
+/// A binary open of a file whose extension occurs (without regard to case) in the type name of
+/// the persistent-object files, "vorlandix" (so ".vor", ".dix", ...), writes at once the
+/// stream's own object in the portable object format, so that such a file starts with the
+/// persistence header. "xml" files never get it; neither do files without an extension.
+///
+/// Ownership: the stream owns the file it opened and closes it at the latest when it is
+/// destroyed (without reporting anything then; call fClose to learn the outcome). It owns a
+/// copy of the vFile it was opened from (fFileInfo). A copy takes the mode and the file
+/// description, never the open file or the state.
+///
+/// Failure: nothing throws. Every operation returns false once the stream has failed, and keeps
+/// returning false until the next open clears the state.
 class VFC_API vOfstream : public std::basic_ofstream<char>, public RWCollectable {
   public:
     vOfstream();

@@ -1,17 +1,3 @@
-// vRegExp: the library's pattern type. A pattern is a list of alternatives separated by "|", each
-// a single expression of the RWCRegexp dialect; a search returns the leftmost match over all of
-// them and, among matches at that position, the longest. Two more forms build the alternatives
-// from wildcards, where only * and ? are special. An alternative that does not compile is kept
-// but never matches; an empty pattern matches nothing. No search ever recompiles.
-//
-//   pattern                      form            text        index  extent
-//   "a|b"                        alternation     "xbya"      1      1
-//   "ab|abc"                     alternation     "abcd"      0      3
-//   "a\|b"  (escaped bar)        alternation     "a|b"       0      3
-//   "[a|b]" (bar in brackets)    alternation     "|"         0      1
-//   "*.txt"  (becomes ^.*\.txt$) wildcard        "a.txt"     0      5
-//   "a*|b*"  (^a.* and b.*$)     wildcard        "xb"        1      1
-//   "*.htm;*.html"               semicolon list  "x.html"    0      6
 #ifndef VFC_TEXT_VREGEXP_H
 #define VFC_TEXT_VREGEXP_H
 
@@ -28,6 +14,33 @@ namespace vfc::rx {
 class Matcher;
 }
 
+/// The library's pattern type: a list of alternatives separated by "|", each a single expression
+/// of the RWCRegexp dialect.
+///
+/// A search returns the leftmost match over all alternatives and, among matches at that
+/// position, the longest. Two more forms build the alternatives from wildcards, where only * and
+/// ? are special. An alternative that does not compile is kept but never matches; an empty
+/// pattern matches nothing. No search ever recompiles.
+///
+/// \code{.unparsed}
+///   pattern                      form            text        index  extent
+///   "a|b"                        alternation     "xbya"      1      1
+///   "ab|abc"                     alternation     "abcd"      0      3
+///   "a\|b"  (escaped bar)        alternation     "a|b"       0      3
+///   "[a|b]" (bar in brackets)    alternation     "|"         0      1
+///   "*.txt"  (becomes ^.*\.txt$) wildcard        "a.txt"     0      5
+///   "a*|b*"  (^a.* and b.*$)     wildcard        "xb"        1      1
+///   "*.htm;*.html"               semicolon list  "x.html"    0      6
+/// \endcode
+///
+/// Ownership: a value class that owns its compiled alternatives; copies are independent. A
+/// search builds the matching automaton lazily inside the object, without locking, so one
+/// vRegExp must not be searched from two threads at once; give each thread its own copy.
+/// Nothing of the pattern is persisted: saving writes none of it and restoring reads none, so a
+/// vRegExp that restoring makes anew matches nothing.
+///
+/// Failure: nothing throws; a pattern that does not compile simply does not match. index()
+/// answers RW_NPOS (with extent 0) when there is no match.
 class VFC_API vRegExp : public RWCollectable {
   public:
     // No alternatives: matches nothing.

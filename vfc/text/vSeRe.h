@@ -1,15 +1,3 @@
-// vSeRe: a search-and-replace cursor over one vString. The intended loop is
-//
-//   vSeRe cursor(text);
-//   while (cursor.fFind(re)) {
-//       cursor.fReplace("-");   // optional
-//       cursor.fAdvance();
-//   }
-//
-// After a match the cursor steps past it (past the replacement, which is never searched again);
-// after an empty match it steps one byte further, so the loop always ends: with re "x*" over
-// "abc" the loop above leaves "-a-b-c-". A cursor built over a const string ignores fReplace.
-// The string must outlive the cursor; editing it by other paths leaves the cursor stale.
 #ifndef VFC_TEXT_VSERE_H
 #define VFC_TEXT_VSERE_H
 
@@ -22,6 +10,29 @@
 
 class vRegExp;
 
+/// A search-and-replace cursor over one vString.
+///
+/// The intended loop:
+/// \code
+/// vSeRe cursor(text);
+/// while (cursor.fFind(re)) {
+///     cursor.fReplace("-");   // optional
+///     cursor.fAdvance();
+/// }
+/// \endcode
+/// After a match the cursor steps past it (past the replacement, which is never searched
+/// again); after an empty match it steps one byte further, so the loop always ends: with re "x*"
+/// over "abc" the loop above leaves "-a-b-c-". A cursor built over a const string ignores
+/// fReplace.
+///
+/// Ownership: the cursor borrows the string (and, during fFind, the pattern); the string must
+/// outlive the cursor, and editing it by other paths leaves the cursor stale. The substring
+/// fSubString() returns refers to the string, valid until the string changes. Copies are
+/// independent cursors over the same string.
+///
+/// Failure: nothing throws. fFind answers false when there is no further match; fReplace does
+/// nothing without a current match or on a read-only cursor; fSubString() is then the null
+/// substring.
 class VFC_API vSeRe {
   public:
     explicit vSeRe(const vString& text);  // read-only

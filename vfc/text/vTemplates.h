@@ -1,18 +1,27 @@
-// The library's fixed patterns: one accessor per pattern, each returning a vRegExp in the
-// alternation form that is built on the first call and then shared, never freed, so hot paths
-// (path and URL analysis, tokenizing) never rebuild an expression. The first call must not race
-// with another; later calls may come from anywhere.
-//
-// VFC_FIXED_PATTERN_TABLE(X) calls X(accessor, pattern) once per pattern; the pattern is the exact
-// text handed to vRegExp (raw literals hold literal backslashes; "\t", "\n" and "\r" in ordinary
-// literals are the control characters themselves).
 #ifndef VFC_TEXT_VTEMPLATES_H
 #define VFC_TEXT_VTEMPLATES_H
 
 #include "vfc/base/export.h"
 #include "vfc/text/vRegExp.h"
 
+/// \file
+/// The library's fixed patterns: one accessor per pattern, each returning a vRegExp in the
+/// alternation form that is built on the first call and then shared, never freed, so hot paths
+/// (path and URL analysis, tokenizing) never rebuild an expression. The accessors are named in
+/// VFC_FIXED_PATTERN_TABLE, e.g. `const vRegExp& vWSTemplate();` for runs of white space.
+///
+/// Ownership: the library owns the patterns; the references stay valid until the process ends.
+/// Calling an accessor is safe from any thread (the first call builds the pattern under the
+/// language's guard for local statics). Searching is another matter: a vRegExp builds its
+/// automaton as it searches, without locking, so one shared pattern must not be searched from
+/// two threads at once; a thread of its own should search with a copy.
+
 // clang-format off
+/// The table of fixed patterns: VFC_FIXED_PATTERN_TABLE(X) expands X(accessor, pattern) once per
+/// pattern. The pattern is the exact text handed to vRegExp (raw literals hold literal
+/// backslashes; `"\t"`, `"\n"` and `"\r"` in ordinary literals are the control characters
+/// themselves).
+/// Each accessor is declared below as `const vRegExp& accessor();`.
 #define VFC_FIXED_PATTERN_TABLE(X)                                                                 \
     X(aDOSDirectoryTemplate,      R"p(^[a-zA-Z0-9_^$~!#%&\-{}@`'()]+$)p")                          \
     X(aDOSDriveTemplate,          "^[A-Za-z]:")                                                    \
@@ -65,6 +74,7 @@
     X(vcIsIntTemplate,            R"p(^[+\-]?[0-9]+$)p")
 // clang-format on
 
+// One accessor per table entry, `const vRegExp& name();`, returning the shared pattern.
 #define VFC_DECLARE_FIXED_PATTERN(name, pattern) VFC_API const vRegExp& name();
 VFC_FIXED_PATTERN_TABLE(VFC_DECLARE_FIXED_PATTERN)
 #undef VFC_DECLARE_FIXED_PATTERN

@@ -1,15 +1,3 @@
-// vTime: a point in time, held as the number of seconds since 1970-01-01 00:00:00 UTC (leap
-// seconds not counted). Times run from 0001-01-01 00:00:00 to 9999-12-31 23:59:59 UTC; anything
-// else makes an invalid time, which isValid() reports and which orders before every valid time.
-//
-// The text form is the one of HTTP headers, always in UTC:
-//
-//   vTime t(vDate(6, 11, 1994), 8, 49, 37);
-//   t.fAsString();                  // "Sun, 06 Nov 1994 08:49:37 GMT"
-//   t.fFromString("Mon, 07 Nov 1994 00:00:00 GMT");
-//
-// A collectable value: the persistent form is the second count, as one 64-bit integer item on
-// the virtual streams and as two 32-bit integers (low half first) on an RWFile.
 #ifndef VFC_TEXT_VTIME_H
 #define VFC_TEXT_VTIME_H
 
@@ -18,6 +6,28 @@
 #include "vfc/rw/RWCollectable.h"
 #include "vfc/text/vDate.h"
 
+/// A point in time, held as the number of seconds since 1970-01-01 00:00:00 UTC (leap seconds
+/// not counted).
+///
+/// Times run from 0001-01-01 00:00:00 to 9999-12-31 23:59:59 UTC; anything else makes an
+/// invalid time, which isValid() reports and which orders before every valid time. The text
+/// form is the one of HTTP headers, always in UTC:
+///
+/// \code
+/// vTime t(vDate(6, 11, 1994), 8, 49, 37);
+/// t.fAsString();                  // "Sun, 06 Nov 1994 08:49:37 GMT"
+/// t.fFromString("Mon, 07 Nov 1994 00:00:00 GMT");
+/// \endcode
+///
+/// A collectable value: the persistent form is the second count, as one 64-bit integer item on
+/// the virtual streams and as two 32-bit integers (low half first) on an RWFile.
+///
+/// Ownership: a plain value; copies are independent.
+///
+/// Failure: nothing throws. Out-of-range input gives the invalid time (check isValid()), whose
+/// parts read as 0 and whose text form is empty. fFromString answers false and leaves the time
+/// unchanged on text it cannot read. A stored count outside the valid range (other than the
+/// invalid time's) fails the stream or RWFile and leaves the time as it was.
 class VFC_API vTime : public RWCollectable {
   public:
     // The second counts of the first and the last valid time, and of the invalid time.

@@ -222,6 +222,12 @@ vString operator+(const char* a, const vString& b) {
     return r;
 }
 
+vString operator+(const vString& a, const char* b) {
+    vString r(a);
+    if (b) r.append(b);
+    return r;
+}
+
 std::ostream& operator<<(std::ostream& out, const vString& s) {
     return out.write(s.data(), static_cast<std::streamsize>(s.length()));
 }

@@ -122,6 +122,10 @@ VFC_API vString operator+(const vString& a, const vString& b);
 /// A new string holding the text of a (up to its terminating zero; null counts as empty) followed
 /// by the bytes of b.
 VFC_API vString operator+(const char* a, const vString& b);
+/// A new string holding the bytes of a followed by the text of b (up to its terminating zero;
+/// null counts as empty). Without it, s + "text" would be ambiguous between the vString and the
+/// RWCString forms.
+VFC_API vString operator+(const vString& a, const char* b);
 
 /// Writes the bytes of s to out as they are, zeros included; returns out, whose state reports a
 /// failed write.

@@ -5,6 +5,7 @@
 #include <clocale>
 #include <sstream>
 #include <string>
+#include <type_traits>
 
 #include "vfc/core/vVBuffer.h"
 #include "vfc/persist/vClassIds.h"
@@ -212,3 +213,17 @@ TEST(vString, StreamsBytesOutAndWordsIn) {
 }
 
 }  // namespace
+
+TEST(vString, ConcatenatesWithTextOnEitherSide) {
+    const vString zero("a\0b", 3);
+    // Every form gives a vString, and s + "text" is not ambiguous with the RWCString operators.
+    static_assert(std::is_same_v<decltype(zero + "cd"), vString>);
+    static_assert(std::is_same_v<decltype("cd" + zero), vString>);
+    static_assert(std::is_same_v<decltype(zero + zero), vString>);
+    EXPECT_EQ(zero + "cd", vString("a\0bcd", 5));
+    EXPECT_EQ("cd" + zero, vString("cda\0b", 5));
+    EXPECT_EQ(zero + zero, vString("a\0ba\0b", 6));
+    const char* none = nullptr;
+    EXPECT_EQ(zero + none, zero);
+    EXPECT_EQ(none + zero, zero);
+}

@@ -166,8 +166,8 @@ int main(int argc, char** argv) {
     vInt(static_cast<int>(lines.fEntries())).fAsString(count);
     body.fClearAndDestroy();
     body.fInsert("<h1>" + title + "</h1>");
-    body.fInsert("<p><a href=\"" + down + "\">" + title + "</a>: " + count + vString(" lines of ") +
-                 type + "</p>");
+    body.fInsert("<p><a href=\"" + down + "\">" + title + "</a>: " + count + " lines of " + type +
+                 "</p>");
     if (!writePage(indexFile, title, body)) return fail("Cannot write \"" + indexFile + "\".");
 
     app.fLogMsg("index.html -> " + down, 0);

@@ -43,7 +43,7 @@ RWCollectable* RWSlistCollectables::at(size_t i) const {
 
 RWCollectable* RWSlistCollectables::find(const RWCollectable* target) const {
     for (Link* link = head_; link; link = link->next)
-        if (link->item->isEqual(target)) return link->item;
+        if (link->item && link->item->isEqual(target)) return link->item;
     return nullptr;
 }
 
@@ -61,7 +61,7 @@ RWCollectable* RWSlistCollectables::unlinkAfter(Link* prev) {
 RWCollectable* RWSlistCollectables::remove(const RWCollectable* target) {
     Link* prev = nullptr;
     for (Link* link = head_; link; prev = link, link = link->next)
-        if (link->item->isEqual(target)) return unlinkAfter(prev);
+        if (link->item && link->item->isEqual(target)) return unlinkAfter(prev);
     return nullptr;
 }
 

@@ -10,8 +10,9 @@
 ///
 /// Ownership: the list does not own its elements. Destroying it or clear() leaves them alone, the
 /// remove functions hand the unlinked element back to the caller, and clearAndDestroy(),
-/// destroyFrom() and removeAndDestroy() delete elements. The list cannot be copied. Do not insert
-/// null: it would be stored, and find() and remove() call isEqual() on every element.
+/// destroyFrom() and removeAndDestroy() delete elements. The list cannot be copied. A null
+/// pointer is stored like any other element (find() and remove() step over it); an iterator
+/// stops at it as at the end.
 ///
 /// Failure: lookups and removals answer null when there is no such element; insertAt() answers
 /// null, adding nothing, when the position is past the end. Positional access (at(), insertAt(),

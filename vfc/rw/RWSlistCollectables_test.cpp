@@ -57,6 +57,23 @@ TEST(RWSlistCollectables, LinksWithoutOwning) {
     EXPECT_EQ(list.first(), nullptr);
 }
 
+TEST(RWSlistCollectables, SearchesPastANullElement) {
+    // A null element is stored as given (vPair keeps its empty halves so); searches by value
+    // step over it instead of asking it for equality.
+    vString a("a"), b("b");
+    RWSlistCollectables list;
+    list.append(&a);
+    list.append(nullptr);
+    list.append(&b);
+    vString key("b");
+    EXPECT_EQ(list.entries(), 3u);
+    EXPECT_EQ(list.find(&key), &b);
+    EXPECT_TRUE(list.contains(&key));
+    EXPECT_EQ(list.remove(&key), &b);
+    EXPECT_EQ(list.find(&key), nullptr);
+    EXPECT_EQ(list.entries(), 2u);
+}
+
 TEST(RWSlistCollectablesIterator, RemovingTheCurrentElementContinuesWithTheNext) {
     vString items[] = {"1", "2", "3", "4", "5"};
     RWSlistCollectables list;

@@ -109,8 +109,10 @@ fuzz:
 # the test sources and the test helpers do not.
 coverage:
 	$(CMAKE_CONFIGURE) -S . -B $(BUILD)-coverage -DCMAKE_BUILD_TYPE=Debug -DVFC_COVERAGE=ON
-	cmake --build $(BUILD)-coverage -j $(JOBS)
-	find $(BUILD)-coverage -name '*.gcda' -delete
+	# Start from nothing: notes or counts left by an earlier build of changed sources would not
+	# merge with the new ones.
+	find $(BUILD)-coverage -name '*.gcno' -delete -o -name '*.gcda' -delete
+	cmake --build $(BUILD)-coverage -j $(JOBS) --clean-first
 	ctest --test-dir $(BUILD)-coverage --output-on-failure -j $(JOBS)
 	mkdir -p $(BUILD)-coverage/html
 	gcovr --root . --object-directory $(BUILD)-coverage --filter 'vfc/' \

@@ -1,10 +1,9 @@
 #!/usr/bin/env bash
-# Installs the built library into a scratch prefix, then builds the example programs against it
-# from a clean folder, once as a CMake project with find_package(vfc) and once file by file with
+# Builds the example programs against the package installed in PREFIX from a clean folder, once as a CMake project with find_package(vfc) and once file by file with
 # pkg-config, and runs every program of both builds through its checks (examples/check_example.sh).
-# usage: install_test.sh BUILD_DIR EXAMPLES_DIR CXX VERSION
+# usage: install_test.sh PREFIX EXAMPLES_DIR CXX VERSION
 set -eu
-build=$1
+prefix=$(cd "$1" && pwd)
 examples=$(cd "$2" && pwd)
 cxx=$3
 version=$4
@@ -12,8 +11,7 @@ samples=$examples/../samples
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-cmake --install "$build" --prefix "$work/prefix" >/dev/null
-libdir=$(cd "$(dirname "$(find "$work/prefix" -name vfc.pc)")/.." && pwd)
+libdir=$(cd "$(dirname "$(find "$prefix" -name vfc.pc)")/.." && pwd)
 export LD_LIBRARY_PATH="$libdir"
 
 # check_all BIN_DIR LABEL: the three programs in BIN_DIR, each in a scratch folder of its own.
@@ -29,12 +27,12 @@ strict="-Wall -Wextra -Wpedantic -Werror"
 
 # 1. A CMake project that finds the installed package (and nothing of the source tree).
 cmake -S "$examples" -B "$work/cmake-build" -G Ninja -DCMAKE_CXX_COMPILER="$cxx" \
-    -DCMAKE_CXX_FLAGS="$strict" -DCMAKE_PREFIX_PATH="$work/prefix" >/dev/null
+    -DCMAKE_CXX_FLAGS="$strict" -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
 found=$(sed -n 's/^vfc_DIR:PATH=//p' "$work/cmake-build/CMakeCache.txt")
 case $found in
-    "$work/prefix"/*) ;;
+    "$prefix"/*) ;;
     *)
-        echo "find_package(vfc) found '$found', not the package installed in $work/prefix" >&2
+        echo "find_package(vfc) found '$found', not the package installed in $prefix" >&2
         exit 1
         ;;
 esac

@@ -2,6 +2,7 @@
 #define VFC_APP_VAPP_H
 
 #include <csignal>
+#include <type_traits>
 #include <vector>
 
 #include "vfc/app/vAppProgressStackDepth.h"
@@ -76,6 +77,14 @@ class VFC_API vApp {
     vApp(const vString& family, const vString& name, const vString& version,
          const vString& optionsName, const vpOption* const* optionTables,
          LicenseType license = eNoLicenseCheck);
+    // The usual form with no option table, written as a null pointer constant (nullptr, NULL or
+    // 0), which the two pointer forms above would both take. Any integer counts as no table.
+    template <class Null,
+              std::enable_if_t<std::is_null_pointer_v<Null> || std::is_integral_v<Null>, int> = 0>
+    vApp(const vString& family, const vString& name, const vString& version,
+         const vString& optionsName, Null, LicenseType license = eNoLicenseCheck)
+        : vApp(family, name, version, optionsName, static_cast<const vpOption*>(nullptr),
+               license) {}
     // Copies every member; the copy does not become the current application.
     vApp(const vApp& other);
     vApp& operator=(const vApp& other);

@@ -165,6 +165,23 @@ TEST_F(vAppTest, OptionDefaultsAndTheOptionsFile) {
     EXPECT_TRUE(b.fLoadOptions());
 }
 
+// "No option table" spelled as users spell it: each literal picks one constructor, none is
+// ambiguous between the one-table and the several-tables forms.
+TEST_F(vAppTest, NoOptionTableAsALiteral) {
+    aDir.write("lit.ini", "langpref=de\n");
+    vApp a("F", "N", "1.0", "lit", nullptr);
+    vApp b("F", "N", "1.0", "lit", 0, vApp::eNoLicenseCheck);
+    vApp c("F", "N", "1.0", "lit", NULL);
+    for (const vApp* app : {&a, &b, &c}) {
+        EXPECT_EQ(text(app->fOptionsFile().fPath()), aDir.file("lit.ini"));
+        EXPECT_EQ(text(app->productLangName()), "de");  // the common table is still read
+        EXPECT_EQ(option(*app, "outdir"), "(undeclared)");
+    }
+    const vpOption* const noTables[] = {nullptr};
+    vApp d("F", "N", "1.0", "lit", noTables);
+    EXPECT_EQ(text(d.productLangName()), "de");
+}
+
 TEST_F(vAppTest, CurrentApplicationAndCopies) {
     vApp a("F", "First", "1.0");
     EXPECT_EQ(&vAppInfo(), &a);

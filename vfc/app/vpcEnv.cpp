@@ -3,7 +3,6 @@
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
-#include <mutex>
 #include <string>
 #include <thread>
 
@@ -69,23 +68,6 @@ bool documentsFromUserDirs(const std::string& file, const vString& home, vString
     return false;
 }
 
-// The folders behind the folder names, looked up once.
-struct UserFolders {
-    bool known = false;
-    vString personal;
-    vString appData;
-};
-
-std::mutex& foldersMutex() {
-    static std::mutex m;
-    return m;
-}
-
-UserFolders& folders() {
-    static UserFolders f;
-    return f;
-}
-
 }  // namespace
 
 vString vpcUserHome() {
@@ -121,22 +103,11 @@ vString vpcUserDocumentsDir() {
 bool vpcUserFolder(const vString& name, vString& path) {
     bool personal = name.fIsEqual("CSIDL_PERSONAL");
     if (!personal && !name.fIsEqual("CSIDL_APPDATA")) return false;
-    std::lock_guard<std::mutex> lock(foldersMutex());
-    UserFolders& f = folders();
-    if (!f.known) {
-        f.personal = vpcUserDocumentsDir();
-        f.appData = vpcUserConfigDir();
-        f.known = true;
-    }
-    const vString& dir = personal ? f.personal : f.appData;
+    // Asked afresh each time: a tool may change HOME or XDG_CONFIG_HOME while it runs.
+    vString dir = personal ? vpcUserDocumentsDir() : vpcUserConfigDir();
     if (dir.isNull()) return false;
     path = dir;
     return true;
-}
-
-void vpcForgetUserFolders() {
-    std::lock_guard<std::mutex> lock(foldersMutex());
-    folders() = UserFolders();
 }
 
 bool vpcGetEnv(const vString& name, vString& value) {

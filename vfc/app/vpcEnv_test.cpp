@@ -85,12 +85,15 @@ TEST(vpcEnv, FolderNames) {
     vfc::testing::TempDir dir;
     ScopedEnv config("XDG_CONFIG_HOME", dir.path().c_str()), home("HOME", "/home/u");
     ScopedEnv appdata("CSIDL_APPDATA", nullptr), personal("CSIDL_PERSONAL", nullptr);
-    vpcForgetUserFolders();
     EXPECT_EQ(expand("%CSIDL_APPDATA%/tool"), dir.path() + "/tool");
     EXPECT_EQ(expand("$CSIDL_PERSONAL/a"), "/home/u/Documents/a");
-    // Looked up once; a variable of the same name comes first.
+    // Every expansion follows the environment as it is now.
     config.set("/elsewhere");
-    EXPECT_EQ(expand("%CSIDL_APPDATA%"), dir.path());
+    home.set("/home/v");
+    EXPECT_EQ(expand("%CSIDL_APPDATA%"), "/elsewhere");
+    EXPECT_EQ(expand("%CSIDL_PERSONAL%"), "/home/v/Documents");
+    home.set("/home/u");
+    // A variable of the same name comes first.
     appdata.set("/from/env");
     EXPECT_EQ(expand("%CSIDL_APPDATA%"), "/from/env");
 
@@ -104,14 +107,11 @@ TEST(vpcEnv, FolderNames) {
     };
     for (auto& f : files) {
         dir.write("user-dirs.dirs", f[0]);
-        vpcForgetUserFolders();
         EXPECT_EQ(expand("%CSIDL_PERSONAL%"), f[1]) << f[0];
     }
     appdata.set(nullptr);
     config.set("");
-    vpcForgetUserFolders();
     EXPECT_EQ(expand("%CSIDL_APPDATA%"), "/home/u/.config");
-    vpcForgetUserFolders();
 }
 
 }  // namespace

@@ -60,8 +60,10 @@ class VFC_API vString : public RWCollectable, public RWCString {
 
     using RWCString::index;
     // Position of the first match of re at or after start, or RW_NPOS (*matchLength then 0).
+    // The length form takes start without a default, so that index(re, 0) names the first
+    // form and is not ambiguous with a null matchLength.
     size_t index(const vRegExp& re, size_t start = 0) const;
-    size_t index(const vRegExp& re, size_t* matchLength, size_t start = 0) const;
+    size_t index(const vRegExp& re, size_t* matchLength, size_t start) const;
 
     // Exact and case-ignoring comparison (ASCII letters fold); negative, zero or positive.
     int fCompareTo(const vString& other) const { return RWCString::compareTo(other); }

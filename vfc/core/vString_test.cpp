@@ -60,16 +60,48 @@ TEST(vString, IndexesAndMatchesRegularExpressions) {
     EXPECT_EQ(cs(99), '\0');
     vRegExp ext(vString("[^.]+$"));
     size_t len = 0;
-    EXPECT_EQ(s.index(ext, &len), 13u);
+    EXPECT_EQ(s.index(ext, &len, 0), 13u);
     EXPECT_EQ(len, 3u);
     EXPECT_EQ(s.index(vRegExp(vString("/")), 5), 7u);
-    EXPECT_EQ(s.index(vRegExp(vString("zz")), &len), RW_NPOS);
+    EXPECT_EQ(s.index(vRegExp(vString("zz")), &len, 0), RW_NPOS);
     EXPECT_EQ(len, 0u);
     EXPECT_EQ(s.index("to"), 5u);  // the string search stays available
     EXPECT_TRUE(s(vRegExp(vString("xyz"))).isNull());
     EXPECT_EQ(str(vString(s(vRegExp(vString("[a-z]+")), 4))), "to");
     s(ext) = "md";
     EXPECT_EQ(str(s), "path/to/file.md");
+}
+
+// Each overload called the way users write it, with literal positions and lengths: a literal 0
+// must pick the position form, never be taken for a null match-length pointer.
+TEST(vString, OverloadsTakeLiteralArguments) {
+    vString s("foo/boo");
+    const vString& cs = s;
+    size_t n = 99;
+    EXPECT_EQ(s.index(vRegExp("o"), 0), 1u);
+    EXPECT_EQ(s.index(vRegExp("o"), 3), 5u);
+    EXPECT_EQ(s.index(vRegExp("o+")), 1u);
+    EXPECT_EQ(s.index(vRegExp("o+"), &n, 0), 1u);
+    EXPECT_EQ(n, 2u);
+    EXPECT_EQ(cs.index(vRegExp("b"), nullptr, 0), 4u);
+    EXPECT_EQ(s.index("oo", 0), 1u);
+    EXPECT_EQ(s.index("oo", 2), 5u);
+    EXPECT_EQ(s.index("OO", 0, RWCString::ignoreCase), 1u);
+    EXPECT_EQ(s.index("o/b", 3, 0, RWCString::exact), 2u);
+    EXPECT_EQ(str(vString(s(vRegExp("o+"), 0))), "oo");
+    EXPECT_EQ(str(vString(cs(vRegExp("[a-z]+"), 3))), "boo");
+    EXPECT_EQ(str(vString(s(0, 3))), "foo");
+    EXPECT_EQ(str(vString(cs(4, 3))), "boo");
+    EXPECT_EQ(s(0), 'f');
+    EXPECT_EQ(cs(1), 'o');
+    EXPECT_EQ(str(vString("abc", 2)), "ab");
+    EXPECT_EQ(str(vString("a\0b", 3)), std::string("a\0b", 3));
+    EXPECT_EQ(str(vString(nullptr)), "");
+    s.append("x", 1);
+    s.insert(0, "<");
+    s.replace(0, 1, "[");
+    s.remove(0, 1);
+    EXPECT_EQ(str(s), "foo/boox");
 }
 
 TEST(vString, ComparesWithAndWithoutCase) {

@@ -162,9 +162,10 @@ class VFC_API RWCString {
         return index(pat.data(), pat.length(), start, cmp);
     }
     size_t index(const char* pat, size_t patLength, size_t start, caseCompare cmp) const;
-    // Leftmost-longest match of re at or after start, or RW_NPOS; *extent gets its length.
+    // Leftmost-longest match of re at or after start, or RW_NPOS; *extent gets its length. The
+    // extent form has no default start, so that index(re, 0) is the first form, not a null extent.
     size_t index(const RWCRegexp& re, size_t start = 0) const;
-    size_t index(const RWCRegexp& re, size_t* extent, size_t start = 0) const;
+    size_t index(const RWCRegexp& re, size_t* extent, size_t start) const;
 
     bool contains(const char* pat, caseCompare cmp = exact) const {
         return index(pat, 0, cmp) != RW_NPOS;

@@ -6,6 +6,7 @@
 #include <sstream>
 #include <string>
 
+#include "vfc/rw/RWCRegexp.h"
 #include "vfc/rw/RWCSubString.h"
 #include "vfc/rw/RWWString.h"
 
@@ -160,6 +161,39 @@ TEST(RWCString, FindsTextWithOrWithoutCase) {
     EXPECT_EQ(s.first('o'), 4u);
     EXPECT_EQ(s.last('o'), 14u);
     EXPECT_EQ(s.first('z'), RW_NPOS);
+}
+
+// Each overload called with literal arguments: a literal 0 after a pattern is a start position,
+// never a null extent pointer.
+TEST(RWCString, OverloadsTakeLiteralArguments) {
+    RWCString s("foo/boo");
+    const RWCString& cs = s;
+    size_t n = 99;
+    EXPECT_EQ(s.index(RWCRegexp("o"), 0), 1u);
+    EXPECT_EQ(s.index(RWCRegexp("o"), 3), 5u);
+    EXPECT_EQ(s.index(RWCRegexp("o+"), &n, 0), 1u);
+    EXPECT_EQ(n, 2u);
+    EXPECT_EQ(s.index(RWCRegexp("b"), nullptr, 0), 4u);
+    EXPECT_EQ(s.index("b", 0), 4u);
+    EXPECT_EQ(s.index(RWCString("b"), 0), 4u);
+    EXPECT_EQ(std::string(RWCString(s(RWCRegexp("o+"), 0)).data()), "oo");
+    EXPECT_EQ(std::string(RWCString(cs(RWCRegexp("o+"), 3)).data()), "oo");
+    EXPECT_EQ(std::string(RWCString(s(0, 3)).data()), "foo");
+    EXPECT_EQ(cs(0), 'f');
+    EXPECT_EQ(std::string(RWCString('x', 3).data()), "xxx");
+    EXPECT_EQ(std::string(RWCString("xyz", 2).data()), "xy");
+    EXPECT_EQ(RWCRegexp("o").index(s, nullptr, 0), 1u);
+    EXPECT_EQ(RWCRegexp("o").index("foo", 3, nullptr, 0), 1u);
+    EXPECT_EQ(s.compareTo("foo/boo"), 0);
+    EXPECT_EQ(s.compareTo("FOO/BOO", RWCString::ignoreCase), 0);
+    s.append('!');
+    s.append('-', 2);
+    s.append("ab", 1);
+    s.prepend("<", 1);
+    s.insert(0, "[", 1);
+    s.remove(0, 2);
+    s.remove(7);
+    EXPECT_EQ(std::string(s.data()), "foo/boo");
 }
 
 TEST(RWCString, OutOfRangeAccessIsHarmless) {

@@ -29,11 +29,9 @@ VFC_API vString vpcUserDocumentsDir();
 
 // The folder that a folder name of vpcUserEnvExpand stands for: CSIDL_PERSONAL the documents
 // folder, CSIDL_APPDATA the configuration folder; false for CSIDL_WINDOWS, any other name and
-// an empty folder. The folders are looked up on the first call and kept for the process.
+// an empty folder. Each call reads the environment and the user-dirs file again, so a change
+// of HOME or XDG_CONFIG_HOME takes effect at once.
 VFC_API bool vpcUserFolder(const vString& name, vString& path);
-// Drops the kept folders, so the next vpcUserFolder looks them up again (for tests that change
-// the variables behind them).
-VFC_API void vpcForgetUserFolders();
 
 // machineLanguage from the locale variables LC_ALL, LC_MESSAGES and LANG (null or empty means
 // unset; the first set one counts): "zh_TW" for Chinese of Taiwan, "zh" for other Chinese,

@@ -121,6 +121,20 @@ types/settings.ini: text/plain" -- "$vfc" type types/catalog.xml types/chapter.f
     types/page.html types/photo.jpg types/project.ndt types/readme types/settings.ini
 expect "type of a directory and a missing file" 1 "types: directory" -- "$vfc" type types types/none
 expect "type without files" 2 "" -- "$vfc" type
+# FIFOs, sockets and devices are named by their kind at once, never opened: nobody waits for a
+# writer that does not come, and a writer's data stays for the reader it was meant for.
+mkfifo "$tmp/pipe"
+expect "type of a FIFO without a writer, a device" 0 "$tmp/pipe: inode/fifo
+/dev/null: inode/chardevice" -- timeout 10 "$vfc" type "$tmp/pipe" /dev/null
+(printf 'kept' >"$tmp/pipe") &
+writer=$!
+expect "type of a FIFO with a writer" 0 "$tmp/pipe: inode/fifo" -- timeout 10 "$vfc" type "$tmp/pipe"
+expect "the writer's data stays in the FIFO" 0 "kept" -- timeout 10 cat "$tmp/pipe"
+wait "$writer"
+if command -v python3 >/dev/null; then
+    python3 -c 'import socket, sys; socket.socket(socket.AF_UNIX).bind(sys.argv[1])' "$tmp/sock"
+    expect "type of a socket" 0 "$tmp/sock: inode/socket" -- timeout 10 "$vfc" type "$tmp/sock"
+fi
 
 expect "ini" 0 "(before any section)
   language = en

@@ -53,8 +53,15 @@ int runType(const Args& args) {
         }
         app.fStepProgress();
         vFile file(path);
-        if (file.fIsDirectory()) {
+        vFile::KindEnum kind = file.fKind();
+        if (kind == vFile::KindEnum::eDirectory) {
             std::cout << path << ": " << vFile::sfFileTypeToConstChar(vFile::eDirectory) << '\n';
+            continue;
+        }
+        // A FIFO, socket or device is named by its kind and never opened: opening a FIFO
+        // waits for a writer and would take its data.
+        if (*vFile::sfKindToConstChar(kind)) {
+            std::cout << path << ": " << vFile::sfKindToConstChar(kind) << '\n';
             continue;
         }
         vIfstream in;

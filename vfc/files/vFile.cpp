@@ -61,6 +61,32 @@ bool vFile::fIsDirectory() const {
     return vfc::os::IsDirectory(aPath.data());
 }
 
+vFile::KindEnum vFile::fKind() const {
+    using vfc::os::NodeKind;
+    switch (vfc::os::KindOfPath(aPath.data())) {
+        case NodeKind::eMissing: return KindEnum::eMissing;
+        case NodeKind::eRegular: return KindEnum::eRegular;
+        case NodeKind::eDirectory: return KindEnum::eDirectory;
+        case NodeKind::eFifo: return KindEnum::eFifo;
+        case NodeKind::eSocket: return KindEnum::eSocket;
+        case NodeKind::eCharDevice: return KindEnum::eCharDevice;
+        case NodeKind::eBlockDevice: return KindEnum::eBlockDevice;
+        case NodeKind::eOther: break;
+    }
+    return KindEnum::eOther;
+}
+
+const char* vFile::sfKindToConstChar(KindEnum kind) {
+    switch (kind) {
+        case KindEnum::eDirectory: return "inode/directory";
+        case KindEnum::eFifo: return "inode/fifo";
+        case KindEnum::eSocket: return "inode/socket";
+        case KindEnum::eCharDevice: return "inode/chardevice";
+        case KindEnum::eBlockDevice: return "inode/blockdevice";
+        default: return "";
+    }
+}
+
 vString vFile::fExtension() const {
     const char* begin = aPath.data();
     size_t n = aPath.length();

@@ -22,12 +22,13 @@ class vIfstream;
 ///     std::cout << in.fFileInfo().fTypeName();   // "application/vnd.mif" for a MIF file
 /// \endcode
 ///
-/// Nothing here touches the file except QueryStat and fIsDirectory, which ask the system each
-/// time; a vFile may name a file that does not exist.
+/// Nothing here touches the file except QueryStat, fIsDirectory and fKind, which ask the system
+/// each time; a vFile may name a file that does not exist.
 ///
 /// Ownership: a value class that owns its path string; copies are independent.
 ///
-/// Failure: nothing throws. QueryStat and fIsDirectory answer false when the system cannot tell;
+/// Failure: nothing throws. QueryStat and fIsDirectory answer false, and fKind eMissing, when the
+/// system cannot tell;
 /// unknown type names give eUnknown. restoreGuts leaves the file unchanged when the stream
 /// fails; check the stream's state. The RWFile forms persist nothing.
 class VFC_API vFile : public RWCollectable {
@@ -75,6 +76,24 @@ class VFC_API vFile : public RWCollectable {
     bool QueryStat() const;
     // True when the path names a directory.
     bool fIsDirectory() const;
+
+    // What the path names, as the system sees it now (symbolic links followed). Only regular
+    // files have content worth typing; the others are told apart without opening them, since
+    // opening a FIFO waits for a writer and reading a device may never end.
+    enum class KindEnum : int {
+        eMissing = 0,      // nothing there, or the path cannot be examined
+        eRegular = 1,      // a regular file
+        eDirectory = 2,
+        eFifo = 3,         // a named pipe
+        eSocket = 4,       // a local socket
+        eCharDevice = 5,   // a character device (a terminal, /dev/null)
+        eBlockDevice = 6,  // a block device (a disk)
+        eOther = 7         // anything else the system has
+    };
+    KindEnum fKind() const;
+    // The media-type name of a kind: "inode/fifo", "inode/socket", "inode/chardevice",
+    // "inode/blockdevice", "inode/directory"; "" for a regular file, a missing one and eOther.
+    static const char* sfKindToConstChar(KindEnum kind);
     // The text after the last "." of the last name, "" when that name has none.
     vString fExtension() const;
     // The path as the host system writes it (on POSIX the path itself).

@@ -48,6 +48,24 @@ TEST(vFileTest, ExistenceAndDirectoriesAreAskedOfTheSystem) {
     EXPECT_FALSE(f.fIsDirectory());
     EXPECT_TRUE(vFile(dir.path().c_str()).fIsDirectory());
     EXPECT_FALSE(vFile("").QueryStat());
+
+    using Kind = vFile::KindEnum;
+    EXPECT_EQ(f.fKind(), Kind::eRegular);
+    EXPECT_EQ(vFile(dir.path().c_str()).fKind(), Kind::eDirectory);
+    EXPECT_EQ(vFile(dir.file("none").c_str()).fKind(), Kind::eMissing);
+    EXPECT_EQ(vFile("").fKind(), Kind::eMissing);
+    EXPECT_EQ(vFile("/dev/null").fKind(), Kind::eCharDevice);
+    std::string fifo = dir.makeFifo("pipe");
+    if (!fifo.empty()) {
+        EXPECT_EQ(vFile(fifo.c_str()).fKind(), Kind::eFifo);
+    }
+    EXPECT_STREQ(vFile::sfKindToConstChar(Kind::eFifo), "inode/fifo");
+    EXPECT_STREQ(vFile::sfKindToConstChar(Kind::eSocket), "inode/socket");
+    EXPECT_STREQ(vFile::sfKindToConstChar(Kind::eCharDevice), "inode/chardevice");
+    EXPECT_STREQ(vFile::sfKindToConstChar(Kind::eBlockDevice), "inode/blockdevice");
+    EXPECT_STREQ(vFile::sfKindToConstChar(Kind::eDirectory), "inode/directory");
+    EXPECT_STREQ(vFile::sfKindToConstChar(Kind::eRegular), "");
+    EXPECT_STREQ(vFile::sfKindToConstChar(Kind::eMissing), "");
 }
 
 TEST(vFileTest, EqualityAndHashFollowThePathOnly) {

@@ -20,6 +20,12 @@ bool PathExists(const char* path);
 // True when path names a directory.
 bool IsDirectory(const char* path);
 
+// What a path names, links followed.
+enum class NodeKind { eMissing, eRegular, eDirectory, eFifo, eSocket, eCharDevice, eBlockDevice,
+                      eOther };
+// Asks the system now; eMissing when nothing is there or the path cannot be examined.
+NodeKind KindOfPath(const char* path);
+
 // ---- process locale --------------------------------------------------------------------------
 
 // Switches the character-type locale to the user's environment default for its lifetime and

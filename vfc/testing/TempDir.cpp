@@ -28,6 +28,12 @@ std::string TempDir::write(const std::string& name, const std::string& bytes) co
     return p;
 }
 
+std::string TempDir::makeFifo(const std::string& name) const {
+    std::string p = file(name);
+    std::string command = "mkfifo '" + p + "' 2>/dev/null";
+    return std::system(command.c_str()) == 0 ? p : std::string();
+}
+
 std::string TempDir::read(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());

@@ -20,6 +20,8 @@ class TempDir {
     std::string file(const std::string& name) const { return aPath + "/" + name; }
     // Writes bytes to the named file (created or truncated) and returns its path.
     std::string write(const std::string& name, const std::string& bytes) const;
+    // Makes a FIFO (named pipe) of that name and returns its path; "" where the system has none.
+    std::string makeFifo(const std::string& name) const;
     // The whole content of a file; empty when it cannot be read.
     static std::string read(const std::string& path);
 

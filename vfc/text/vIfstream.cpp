@@ -243,18 +243,34 @@ bool vIfstream::fOpenBinary(bool detectType, const vFile& f) {
 
 bool vIfstream::fDetectTypeAndReopen() {
     char head[kDetectBytes];
-    read(head, kDetectBytes);
-    size_t n = static_cast<size_t>(gcount());
-    // Reading starts again at the beginning of the (re)opened file. A file that went away
-    // meanwhile fails here, untyped.
-    vFile file(aFileInfo);
-    if (!fOpen(file, true)) return false;
+    size_t n = 0;
+    if (aFileInfo.fKind() == vFile::KindEnum::eRegular) {
+        read(head, kDetectBytes);
+        n = static_cast<size_t>(gcount());
+        // Reading starts again at the beginning of the reopened file. A file that went away
+        // meanwhile fails here, untyped.
+        vFile file(aFileInfo);
+        if (!fOpen(file, true)) return false;
+    } else {
+        n = fPeekHead(head, sizeof head);
+    }
     vString typeName;
     if (vpFindFileInfoHeader(head, n, typeName))
         aFileInfo.setType(typeName);
     else
         aFileInfo.setType(vpDetectContentType(head, n, aFileInfo.fExtension()));
     return true;
+}
+
+size_t vIfstream::fPeekHead(char* head, size_t size) {
+    // A FIFO or a device cannot be opened again to start over (a FIFO would wait for a new
+    // writer, and what it held is gone): the bytes of the first read stay in the buffer and
+    // are typed where they lie, so reading then starts with them.
+    std::streambuf* buf = rdbuf();
+    if (traits_type::eq_int_type(buf->sgetc(), traits_type::eof())) return 0;
+    size_t n = std::min(size, static_cast<size_t>(GetArea::end(buf) - GetArea::next(buf)));
+    std::memcpy(head, GetArea::next(buf), n);
+    return n;
 }
 
 void vIfstream::fClose() {

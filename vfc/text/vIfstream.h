@@ -53,7 +53,10 @@ class VFC_API vIfstream : public std::basic_ifstream<char>, public RWCollectable
     bool fOpenBinary(const vFile& f);
     // Opens f for reading in binary mode. With detectType the first 1024 bytes are read, the
     // file is opened again from its start and its type is stored in fFileInfo(); false when
-    // the file cannot be opened (either time) or names a directory.
+    // the file cannot be opened (either time) or names a directory. A file that is not regular
+    // (a FIFO, a device) is never opened twice: the bytes of its first read, up to 1024, are
+    // typed and then read as the start of the input, so nothing is lost. Opening a FIFO waits
+    // for a writer, as any reader of one does.
     bool fOpenBinary(bool detectType, const vFile& f);
     void fClose();
     // True when the fail or bad bit is set (so also after the end of the input was read).
@@ -104,8 +107,13 @@ class VFC_API vIfstream : public std::basic_ifstream<char>, public RWCollectable
     // Records the mode and the file, clears the state and opens f (closing any file open
     // before); true when no state bit is set afterwards.
     bool fOpen(const vFile& f, bool binary);
-    // Reads the first bytes of the open file, reopens it and stores the type they give.
+    // Reads the first bytes of the open file, reopens it and stores the type they give. A file
+    // that is not regular is not reopened: its first bytes are typed from the buffer and read
+    // from there afterwards.
     bool fDetectTypeAndReopen();
+    // Copies up to size bytes that the stream buffer holds (reading once when it holds none)
+    // without consuming them; the count, 0 at the end of the input.
+    size_t fPeekHead(char* head, size_t size);
     // Makes more input available after the get area ran dry; false at the end of the input
     // or on a read error, with the stream's state set as a one-character read sets it.
     bool fRefill();

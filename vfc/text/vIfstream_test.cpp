@@ -2,11 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <fstream>
+#include <future>
 #include <memory>
 #include <random>
 #include <sstream>
 #include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
 #include "vfc/persist/vPostream.h"
@@ -192,6 +196,40 @@ TEST(vIfstream, BinaryOpenTypesTheFileAndReadsFromTheStart) {
         EXPECT_TRUE(in.fRead(all, 5000)) << row.name;
         EXPECT_EQ(std::string(all.data(), all.length()), row.bytes) << row.name;
     }
+}
+
+// A FIFO cannot be opened a second time to start over (that would wait for another writer and
+// its data would be gone): the bytes typed are the first bytes read, and nothing is lost.
+TEST(vIfstream, BinaryOpenOfAFifoOrDeviceKeepsWhatItTyped) {
+    TempDir dir;
+    std::string fifo = dir.makeFifo("pipe");
+    if (fifo.empty()) GTEST_SKIP() << "no FIFOs here";
+    const std::string content = "<html>\n<body>" + std::string(3000, 'x') + "</body>\n";
+    std::thread writer([&] { std::ofstream(fifo, std::ios::binary) << content; });
+    auto reading = std::async(std::launch::async, [&] {
+        vIfstream in;
+        std::pair<vFile::FileTypeEnum, std::string> got{vFile::eNone, ""};
+        if (!in.fOpenBinary(vFile(fifo.c_str()))) return got;
+        got.first = in.fFileInfo().fType();
+        vString all;
+        in.fRead(all, 100000);
+        got.second.assign(all.data(), all.length());
+        return got;
+    });
+    bool done = reading.wait_for(std::chrono::seconds(20)) == std::future_status::ready;
+    if (!done) std::ofstream{fifo};  // lets a reader stuck in a second open go
+    writer.join();
+    ASSERT_TRUE(done) << "the binary open waited to open the FIFO again";
+    auto got = reading.get();
+    EXPECT_EQ(got.first, vFile::eHTML);
+    EXPECT_EQ(got.second, content);
+
+    vIfstream zero;
+    ASSERT_TRUE(zero.fOpenBinary(vFile("/dev/zero")));
+    EXPECT_EQ(zero.fFileInfo().fType(), vFile::eBinary);
+    vString bytes;
+    EXPECT_TRUE(zero.fRead(bytes, 10));
+    EXPECT_EQ(std::string(bytes.data(), bytes.length()), std::string(10, '\0'));
 }
 
 TEST(vIfstream, LineTokenizers) {

@@ -37,6 +37,18 @@ bool IsDirectory(const char* path) {
     return path && *path && ::stat(path, &st) == 0 && S_ISDIR(st.st_mode);
 }
 
+NodeKind KindOfPath(const char* path) {
+    struct stat st;
+    if (!path || !*path || ::stat(path, &st) != 0) return NodeKind::eMissing;
+    if (S_ISREG(st.st_mode)) return NodeKind::eRegular;
+    if (S_ISDIR(st.st_mode)) return NodeKind::eDirectory;
+    if (S_ISFIFO(st.st_mode)) return NodeKind::eFifo;
+    if (S_ISSOCK(st.st_mode)) return NodeKind::eSocket;
+    if (S_ISCHR(st.st_mode)) return NodeKind::eCharDevice;
+    if (S_ISBLK(st.st_mode)) return NodeKind::eBlockDevice;
+    return NodeKind::eOther;
+}
+
 UserLocaleScope::UserLocaleScope() {
     const char* current = std::setlocale(LC_CTYPE, nullptr);
     if (current && std::strlen(current) < sizeof aSaved) {

@@ -208,12 +208,35 @@ for sub in $subcommands; do
     out=$("$vfc" $sub -help 2>/tmp/vfc-help-err.$$)
     rc=$?
     if [ $rc != 0 ] || [ -s /tmp/vfc-help-err.$$ ] ||
-       ! grep -q -e "^usage: vfc $sub " -e "^	vfc $sub \[-options ...\]" <<<"$out"; then
+       ! grep -q -e "^usage: vfc $sub " -e "^	vfc $sub \[-options ...\]" <<<"$out" ||
+       ! grep -qF '"--" ends the options' <<<"$out"; then
         echo "FAIL vfc $sub -help (exit $rc)"
         failures=$((failures + 1))
     fi
 done
 rm -f /tmp/vfc-help-err.$$
+# "--" ends the options of every subcommand: what follows is taken as it stands.
+expect "rel of paths that begin with -" 0 "." -- "$vfc" rel -- -a/b -a/c
+expect "rel with an option, then --" 0 "../-c/x" -- "$vfc" rel -notation unix -- /a/-b /a/-c/x
+expect "without --, -a/b is an unknown option" 2 "" -- "$vfc" rel -a/b -a/c
+expect "resolve after --" 0 "/a/-b" -- "$vfc" resolve -- /a -b
+expect "path after --" 0 "-x/y" -- "$vfc" path -from unix -to unix -- -x/y
+expect "expand after --" 0 "-help" -- "$vfc" expand -- -help
+expect "only the first -- ends the options" 0 "--" -- "$vfc" expand -- --
+expect "urlencode after --" 0 "-a%20b" -- "$vfc" urlencode -- '-a b'
+expect "match after --" 0 "-x.htm" -- "$vfc" match -i -- '*.htm' -x.htm y.gif
+printf 'a
+-x marks
+' >"$tmp/-x.txt"
+expect "grep of a pattern that begins with -" 0 "./-x.txt:2:1:-x marks" \
+    -- bash -c "cd '$tmp' && '$vfc' grep -- -x ./-x.txt"
+expect "type and ini of a file named -x.txt" 0 "-x.txt: text/plain" \
+    -- bash -c "cd '$tmp' && '$vfc' type -- -x.txt && '$vfc' ini -- -x.txt"
+expect "dump reads a file named -x.txt" 0 "1" \
+    -- bash -c "cd '$tmp' && '$vfc' dump -- -x.txt 2>&1 >/dev/null | grep -c 'vfc dump: -x.txt: '"
+expect "run: -- ends the options, -out is then the program" 1 "" -- "$vfc" run -- -out
+expect "info takes -- and nothing else" 0 "" -- bash -c "'$vfc' info -- >/dev/null"
+
 expect "no subcommand" 2 "" -- "$vfc"
 expect "unknown subcommand" 2 "" -- "$vfc" frobnicate
 

@@ -21,10 +21,10 @@ void line(const char* label, const vString& value) {
 }  // namespace
 
 int runInfo(const Args& args) {
-    vArgList options;
-    int status = parseOptions("info", args, kNoOptions, "", options);
+    ParsedArgs parsed;
+    int status = parseOptions("info", args, kNoOptions, "", parsed);
     if (status >= 0) return status;
-    if (!unassignedWords(options).empty()) return usageError("info", "no arguments expected");
+    if (!parsed.operands.empty()) return usageError("info", "no arguments expected");
     const vApp& app = vAppInfo();
     line("product", app.productUserAgent());
     line("product directory", app.productDir().fDOSPath());
@@ -43,14 +43,14 @@ int runInfo(const Args& args) {
 }
 
 int runExpand(const Args& args) {
-    vArgList options;
-    int status = parseOptions("expand", args, kNoOptions, "TEXT...", options,
+    ParsedArgs parsed;
+    int status = parseOptions("expand", args, kNoOptions, "TEXT...", parsed,
                               "\nExpands %NAME% and $NAME references (a $NAME ends at $ / : or "
                               "\\):\nVORLANDIXHOME is the product directory, then come "
                               "environment variables,\nthen CSIDL_PERSONAL (documents) and "
                               "CSIDL_APPDATA (configuration folder).\n");
     if (status >= 0) return status;
-    std::vector<vString> texts = unassignedWords(options);
+    std::vector<vString> texts = parsed.operands;
     if (texts.empty()) return usageError("expand", "at least one TEXT is needed");
     for (vString& text : texts) {
         vpcUserEnvExpand(text);

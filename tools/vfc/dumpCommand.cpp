@@ -191,7 +191,9 @@ bool libraryReads(const std::string& bytes, size_t count, size_t& failedAt) {
 
 }  // namespace
 
-int runDump(const Args& args) {
+int runDump(const Args& allArgs) {
+    Args args(allArgs.begin() + static_cast<std::ptrdiff_t>(skipEndOfOptions(allArgs, 0)),
+              allArgs.end());
     if (args.size() != 1) return usageError("dump", "exactly one FILE is needed");
     std::ifstream file(args[0], std::ios::binary);
     if (!file) {

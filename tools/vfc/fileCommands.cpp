@@ -36,10 +36,10 @@ Pairs sortedEntries(const vHashvStringvString& hash) {
 }  // namespace
 
 int runType(const Args& args) {
-    vArgList options;
-    int status = parseOptions("type", args, kNoOptions, "FILE...", options);
+    ParsedArgs parsed;
+    int status = parseOptions("type", args, kNoOptions, "FILE...", parsed);
     if (status >= 0) return status;
-    std::vector<vString> files = unassignedWords(options);
+    std::vector<vString> files = parsed.operands;
     if (files.empty()) return usageError("type", "at least one FILE is needed");
     int result = kSuccess;
     vApp& app = vAppInfo();
@@ -77,10 +77,10 @@ int runType(const Args& args) {
 }
 
 int runIni(const Args& args) {
-    vArgList options;
-    int status = parseOptions("ini", args, kNoOptions, "FILE", options);
+    ParsedArgs parsed;
+    int status = parseOptions("ini", args, kNoOptions, "FILE", parsed);
     if (status >= 0) return status;
-    std::vector<vString> files = unassignedWords(options);
+    std::vector<vString> files = parsed.operands;
     if (files.size() != 1) return usageError("ini", "expected one FILE");
     vIfstream in;
     if (!in.fOpenText(vFile(files[0]))) {
@@ -108,13 +108,13 @@ int runIni(const Args& args) {
 }
 
 int runMatch(const Args& args) {
-    vArgList options;
-    int status = parseOptions("match", args, kMatchOptions, "PATTERNS NAME...", options,
+    ParsedArgs parsed;
+    int status = parseOptions("match", args, kMatchOptions, "PATTERNS NAME...", parsed,
                               "\nPATTERNS is a list of wildcards separated by \";\", such as "
                               "*.htm;*.html;\n\"*\" stands for any text, every other character "
                               "for itself.\n");
     if (status >= 0) return status;
-    std::vector<vString> words = unassignedWords(options);
+    std::vector<vString> words = parsed.operands;
     if (words.size() < 2) return usageError("match", "expected PATTERNS and at least one NAME");
     vSlistvString patterns;
     const vString& list = words[0];
@@ -125,7 +125,7 @@ int runMatch(const Args& args) {
         start = i + 1;
     }
     vString ignored;
-    vMatchList matcher(patterns, options.fGetOption("-i", ignored));
+    vMatchList matcher(patterns, parsed.options.fGetOption("-i", ignored));
     bool any = false;
     for (size_t i = 1; i < words.size(); ++i) {
         if (!matcher.fCheckForMatch(words[i])) continue;

@@ -54,6 +54,10 @@ int runGrep(const Args& args) {
     GrepOptions options;
     size_t i = 0;
     for (; i < args.size() && args[i].size() > 1 && args[i][0] == '-'; ++i) {
+        if (args[i] == "--") {
+            ++i;
+            break;
+        }
         if (args[i] == "-o")
             options.eachMatch = true;
         else if (args[i] == "-glob")

@@ -3,6 +3,7 @@
 //   vfc -help                 lists the subcommands
 //   vfc SUBCOMMAND -help      prints that subcommand's usage
 //   vfc SUBCOMMAND ARGS...    runs it
+#include <algorithm>
 #include <cstring>
 #include <iostream>
 
@@ -64,7 +65,8 @@ const std::vector<Command>& commands() {
 
 void printUsage(std::ostream& out, const Command& command) {
     out << "usage: vfc " << command.name << ' ' << command.synopsis << "\n\n"
-        << (command.details ? command.details : "") << '\n';
+        << (command.details ? command.details : "") << "\n\n"
+        << kEndOfOptionsNote;
 }
 
 int usageError(const char* name, const std::string& message) {
@@ -76,30 +78,40 @@ void reportError(const char* name, const std::string& message) {
     vAppInfo().fLogMsg(vString(("vfc " + std::string(name) + ": " + message).c_str()), 2);
 }
 
-int parseOptions(const char* name, const Args& args, const vpArgListItem* table,
-                 const char* trailing, vArgList& out, const char* notes) {
-    std::string program = std::string("vfc ") + name;
-    std::vector<const char*> argv{program.c_str()};
-    for (const std::string& a : args)
-        argv.push_back(a.c_str());
-    out = vArgList(static_cast<int>(argv.size()), argv.data(), table, trailing);
-    if (!out.fFailed()) return -1;
-    // vArgList prints its usage screen on std::cerr; asked for with -help, it is the answer and
-    // goes to standard output instead.
-    bool asked = out.fErrorlog().isNull();
-    std::streambuf* saved = asked ? std::cerr.rdbuf(std::cout.rdbuf()) : nullptr;
-    out.usage();
-    if (notes) std::cerr << notes;
-    if (asked) std::cerr.rdbuf(saved);
-    return asked ? kSuccess : kUsage;
+const char* const kEndOfOptionsNote =
+    "\"--\" ends the options: every word after it is an argument as it stands, even one that\n"
+    "begins with \"-\".\n";
+
+size_t skipEndOfOptions(const Args& args, size_t first) {
+    return first < args.size() && args[first] == "--" ? first + 1 : first;
 }
 
-std::vector<vString> unassignedWords(const vArgList& args) {
-    std::vector<vString> out;
-    vSlistvStringIter it(args.fUnassigned());
-    while (it.fAdvance())
-        out.push_back(it.aKey());
-    return out;
+int parseOptions(const char* name, const Args& args, const vpArgListItem* table,
+                 const char* trailing, ParsedArgs& out, const char* notes) {
+    std::string program = std::string("vfc ") + name;
+    auto end = std::find(args.begin(), args.end(), "--");
+    std::vector<const char*> argv{program.c_str()};
+    for (auto it = args.begin(); it != end; ++it)
+        argv.push_back(it->c_str());
+    out.options = vArgList(static_cast<int>(argv.size()), argv.data(), table, trailing);
+    out.operands.clear();
+    if (!out.options.fFailed()) {
+        vSlistvStringIter it(out.options.fUnassigned());
+        while (it.fAdvance())
+            out.operands.push_back(it.aKey());
+        if (end != args.end())
+            for (++end; end != args.end(); ++end)
+                out.operands.emplace_back(end->data(), end->size());
+        return -1;
+    }
+    // vArgList prints its usage screen on std::cerr; asked for with -help, it is the answer and
+    // goes to standard output instead.
+    bool asked = out.options.fErrorlog().isNull();
+    std::streambuf* saved = asked ? std::cerr.rdbuf(std::cout.rdbuf()) : nullptr;
+    out.options.usage();
+    std::cerr << (notes ? notes : "\n") << kEndOfOptionsNote;
+    if (asked) std::cerr.rdbuf(saved);
+    return asked ? kSuccess : kUsage;
 }
 
 namespace {

@@ -54,7 +54,7 @@ std::string notationList() {
 
 // Parses args; on a bad command line also lists the notation names.
 int parseArgs(const char* name, const Args& args, const vpArgListItem* table, const char* trailing,
-              vArgList& out) {
+              ParsedArgs& out) {
     std::string notes = "\nNOTATION is one of" + notationList() +
                         "\nwith \"+\" appended for the flagged (escaped) form, or a number 0-39.\n";
     return parseOptions(name, args, table, trailing, out, notes.c_str());
@@ -94,19 +94,19 @@ const char* const kKindNames[] = {"scheme", "host",     "root",    "root-of-driv
 }  // namespace
 
 int runPath(const Args& args) {
-    vArgList options;
-    int status = parseArgs("path", args, kPathOptions, "PATH...", options);
+    ParsedArgs parsed;
+    int status = parseArgs("path", args, kPathOptions, "PATH...", parsed);
     if (status >= 0) return status;
     vPathType::TypeEnum from = vPathType::eHost;
     vPathType::TypeEnum to = vPathType::eHost;
-    if (!notationOption("path", options, "-from", from) ||
-        !notationOption("path", options, "-to", to))
+    if (!notationOption("path", parsed.options, "-from", from) ||
+        !notationOption("path", parsed.options, "-to", to))
         return kUsage;
-    std::vector<vString> paths = unassignedWords(options);
+    std::vector<vString> paths = parsed.operands;
     if (paths.empty()) return usageError("path", "at least one PATH is needed");
     vString ignored;
-    bool isDirectory = options.fGetOption("-dir", ignored);
-    bool list = options.fGetOption("-list", ignored);
+    bool isDirectory = parsed.options.fGetOption("-dir", ignored);
+    bool list = parsed.options.fGetOption("-list", ignored);
     for (const vString& path : paths) {
         vPathComponentList components;
         vcListComponents(from, path, components, isDirectory);
@@ -127,12 +127,12 @@ namespace {
 int runAlgebra(const char* name, const Args& args, const char* trailing,
                void (*combine)(const vPathComponentList&, const vPathComponentList&,
                                vPathComponentList&)) {
-    vArgList options;
-    int status = parseArgs(name, args, kAlgebraOptions, trailing, options);
+    ParsedArgs parsed;
+    int status = parseArgs(name, args, kAlgebraOptions, trailing, parsed);
     if (status >= 0) return status;
     vPathType::TypeEnum notation = vPathType::eHost;
-    if (!notationOption(name, options, "-notation", notation)) return kUsage;
-    std::vector<vString> paths = unassignedWords(options);
+    if (!notationOption(name, parsed.options, "-notation", notation)) return kUsage;
+    std::vector<vString> paths = parsed.operands;
     if (paths.size() != 2) return usageError(name, std::string("expected ") + trailing);
     vPathComponentList first;
     vPathComponentList second;

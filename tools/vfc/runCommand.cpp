@@ -30,6 +30,10 @@ int runRun(const Args& args) {
     size_t i = 0;
     // Options come before the command; everything after belongs to the command.
     for (; i < args.size(); ++i) {
+        if (args[i] == "--") {
+            ++i;
+            break;
+        }
         if (args[i] == "-out" && i + 1 < args.size())
             outPath = args[++i];
         else if (args[i] == "-binary")

@@ -9,9 +9,10 @@ namespace vfctool {
 namespace {
 
 int convertEach(const char* name, const Args& args, vString& (*convert)(vString&)) {
-    if (args.empty()) return usageError(name, "at least one TEXT is needed");
-    for (const std::string& arg : args) {
-        vString text(arg.data(), arg.size());
+    size_t first = skipEndOfOptions(args, 0);
+    if (first == args.size()) return usageError(name, "at least one TEXT is needed");
+    for (size_t i = first; i < args.size(); ++i) {
+        vString text(args[i].data(), args[i].size());
         std::cout << convert(text) << '\n';
     }
     return kSuccess;

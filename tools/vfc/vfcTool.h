@@ -39,14 +39,27 @@ int usageError(const char* name, const std::string& message);
 // Logs an error of the named command through the application object.
 void reportError(const char* name, const std::string& message);
 
-// Reads the options of "vfc NAME ARGS..." with vArgList. Returns -1 when the command is to go
-// on; otherwise the usage screen (followed by notes, when given) has been printed and the result
-// is the exit code: kSuccess for "-help" (screen on std::cout), kUsage for a bad command line
-// (screen on std::cerr).
+// Every subcommand takes "--" as the end of its options: the words after it are arguments as
+// they stand, even those that begin with "-". Each usage screen says so with this line.
+extern const char* const kEndOfOptionsNote;
+// Where a subcommand's arguments begin: past the first "--" at or after first, or first itself
+// when args[first] is no "--".
+size_t skipEndOfOptions(const Args& args, size_t first);
+
+// A subcommand's command line: its options, read with vArgList from the words before the first
+// "--", and its operands, the words that are neither options nor option arguments followed by
+// every word after that "--", in order.
+struct ParsedArgs {
+    vArgList options;
+    std::vector<vString> operands;
+};
+
+// Reads the command line of "vfc NAME ARGS...". Returns -1 when the command is to go on;
+// otherwise the usage screen (followed by notes, when given, and kEndOfOptionsNote) has been
+// printed and the result is the exit code: kSuccess for "-help" (screen on std::cout), kUsage
+// for a bad command line (screen on std::cerr).
 int parseOptions(const char* name, const Args& args, const vpArgListItem* table,
-                 const char* trailing, vArgList& out, const char* notes = nullptr);
-// The words that are neither options nor option arguments, in order.
-std::vector<vString> unassignedWords(const vArgList& args);
+                 const char* trailing, ParsedArgs& out, const char* notes = nullptr);
 
 int runDump(const Args& args);
 int runExpand(const Args& args);

@@ -109,6 +109,33 @@ struct PointerSequence {
     }
 };
 
+// What vcTrimLastComponent does to a list: the last name goes, with any fragments and queries
+// behind it; without a name before them only those go.
+void trimLastName(PointerSequence& seq) {
+    vComponentType::TypeEnum kind;
+    while (seq.lastKind(kind)) {
+        if (kind != Kind::eName && kind != Kind::eFragment && kind != Kind::eQuery) return;
+        seq.removeLast();
+        if (kind == Kind::eName) return;
+    }
+}
+
+// The components that anchor a path: scheme, host, root, drive, server, share and port.
+bool isAnchor(vComponentType::TypeEnum kind) {
+    switch (kind) {
+        case Kind::eScheme:
+        case Kind::eHost:
+        case Kind::eRoot:
+        case Kind::eDrive:
+        case Kind::eServer:
+        case Kind::eShare:
+        case Kind::ePort:
+            return true;
+        default:
+            return false;
+    }
+}
+
 // Makes out hold copies of the pointed-to components, reusing out's own components. The
 // pointers must not point into out.
 void writeSequence(const PointerSequence& seq, vPathComponentList& out) {
@@ -184,50 +211,38 @@ void vcResolvePath(const vPathComponentList& base, const vPathComponentList& rel
         out = base;
         return;
     }
-    buildInto(out, &out == &base || &out == &rel, [&](vPathComponentList& result) {
-        vComponentType::TypeEnum firstKind = Kind::eName;
-        vpcFirstKind(rel, firstKind);
-        if (firstKind == Kind::eCurrentRoot) {
-            // From the root of the base's drive or host: keep only the base's anchors.
-            vPathComponentListIter it(base);
-            while (it.fAdvance()) {
-                switch (it.aKey().fComponentType()) {
-                    case Kind::eScheme:
-                    case Kind::eHost:
-                    case Kind::eRoot:
-                    case Kind::eDrive:
-                    case Kind::eServer:
-                    case Kind::eShare:
-                    case Kind::ePort:
-                        result.fInsert(it.aKey());
-                        break;
-                    default:
-                        break;
-                }
-            }
-        } else {
-            result = base;
+    // Worked out on pointers into base and rel, so that each up removes its name in constant
+    // time (a list would be walked to its end for every one), then written out in one pass.
+    PointerSequence result;
+    vComponentType::TypeEnum firstKind = Kind::eName;
+    vpcFirstKind(rel, firstKind);
+    vPathComponentListIter baseIt(base);
+    while (baseIt.fAdvance()) {
+        // From the root of the base's drive or host only the base's anchors stay.
+        if (firstKind == Kind::eCurrentRoot && !isAnchor(baseIt.aKey().fComponentType())) continue;
+        result.items.push_back(&baseIt.aKey());
+    }
+    vPathComponentListIter it(rel);
+    while (it.fAdvance()) {
+        switch (it.aKey().fComponentType()) {
+            case Kind::eName:
+            case Kind::eShare:
+            case Kind::ePort:
+            case Kind::eFragment:
+            case Kind::eQuery:
+                result.items.push_back(&it.aKey());
+                break;
+            case Kind::eUp:
+                trimLastName(result);
+                break;
+            default:
+                break;  // current directory, root of the host, misplaced anchors
         }
-        vPathComponent removed;
-        vPathComponentListIter it(rel);
-        while (it.fAdvance()) {
-            switch (it.aKey().fComponentType()) {
-                case Kind::eName:
-                case Kind::eShare:
-                case Kind::ePort:
-                case Kind::eFragment:
-                case Kind::eQuery:
-                    result.fInsert(it.aKey());
-                    break;
-                case Kind::eUp:
-                    vcTrimLastComponent(result, removed);
-                    break;
-                default:
-                    break;  // current directory, root of the host, misplaced anchors
-            }
-        }
-        result.fSetTrailingSeparator(rel.fTrailingSeparator());
-    });
+    }
+    bool flag = rel.fTrailingSeparator();
+    buildInto(out, &out == &base || &out == &rel,
+              [&](vPathComponentList& list) { writeSequence(result, list); });
+    out.fSetTrailingSeparator(flag);
 }
 
 void vcMakeRelative(bool /*flag*/, const vPathComponentList& from, const vPathComponentList& to,

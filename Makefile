@@ -21,11 +21,40 @@ BUILD      ?= build
 
 CMAKE_CONFIGURE = cmake -G Ninja -DCMAKE_CXX_COMPILER=$(CXX) -DVFC_WERROR=$(WERROR)
 
-.PHONY: all build demo test test-asan bench fuzz install coverage docs format clean
+# The Debian packages each kind of target needs (README lists the first set). A target that
+# finds one missing installs it with apt-get when run as root, saying so, and otherwise stops
+# with the command to run. Machines without dpkg are not checked.
+PACKAGES       = cmake ninja-build g++ libgtest-dev pkg-config
+BENCH_PACKAGES = $(PACKAGES) libbenchmark-dev
+FUZZ_PACKAGES  = cmake ninja-build clang libclang-rt-14-dev
+define need_packages
+	@command -v dpkg >/dev/null 2>&1 || exit 0; \
+	missing=$$(for p in $(1); do dpkg -s $$p >/dev/null 2>&1 || printf ' %s' $$p; done); \
+	[ -z "$$missing" ] && exit 0; \
+	if [ "$$(id -u)" = 0 ]; then \
+	    echo "make: installing the missing Debian packages:$$missing"; \
+	    export DEBIAN_FRONTEND=noninteractive; \
+	    apt-get update -qq && apt-get install -y -qq$$missing >/dev/null || exit 1; \
+	else \
+	    echo "make: missing Debian packages:$$missing" >&2; \
+	    echo "make: install them with: sudo apt-get update && sudo apt-get install -y$$missing" >&2; \
+	    exit 1; \
+	fi
+endef
+
+.PHONY: all deps build demo test test-asan bench fuzz install coverage docs format clean \
+	print-packages
 
 all: build
 
-build:
+deps:
+	$(call need_packages,$(PACKAGES))
+
+# The package list, for CI to compare with README's.
+print-packages:
+	@echo $(PACKAGES)
+
+build: deps
 	$(CMAKE_CONFIGURE) -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo
 	cmake --build $(BUILD) -j $(JOBS)
 
@@ -65,7 +94,7 @@ demo: build
 test: build
 	ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
 
-test-asan:
+test-asan: deps
 	$(CMAKE_CONFIGURE) -S . -B $(BUILD)-asan -DCMAKE_BUILD_TYPE=Debug -DVFC_SANITIZE=ON
 	cmake --build $(BUILD)-asan -j $(JOBS)
 	ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 \
@@ -74,6 +103,7 @@ test-asan:
 	ctest --test-dir $(BUILD)-asan --output-on-failure -j $(JOBS)
 
 bench:
+	$(call need_packages,$(BENCH_PACKAGES))
 	$(CMAKE_CONFIGURE) -S . -B $(BUILD)-bench -DCMAKE_BUILD_TYPE=Release -DVFC_BUILD_BENCH=ON \
 	    -DVFC_BUILD_TESTS=OFF
 	cmake --build $(BUILD)-bench -j $(JOBS)
@@ -87,6 +117,7 @@ bench:
 	else echo "persist_bench not built (Boost.Serialization missing)"; fi
 
 fuzz:
+	$(call need_packages,$(FUZZ_PACKAGES))
 	cmake -G Ninja -S . -B $(BUILD)-fuzz -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=RelWithDebInfo \
 	    -DVFC_SHARED=OFF -DVFC_BUILD_FUZZ=ON -DVFC_BUILD_TESTS=OFF -DVFC_BUILD_TOOLS=OFF
 	cmake --build $(BUILD)-fuzz -j $(JOBS)
@@ -108,6 +139,7 @@ fuzz:
 # Line coverage of the library itself: its tests, the tool's and the examples' runs all count;
 # the test sources and the test helpers do not.
 coverage:
+	$(call need_packages,$(PACKAGES) gcovr)
 	$(CMAKE_CONFIGURE) -S . -B $(BUILD)-coverage -DCMAKE_BUILD_TYPE=Debug -DVFC_COVERAGE=ON
 	# Start from nothing: notes or counts left by an earlier build of changed sources would not
 	# merge with the new ones.

@@ -126,7 +126,8 @@ fuzz:
 	$(BUILD)-fuzz/fuzz/regexp_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=512 \
 	    $(BUILD)-fuzz/corpus/regexp fuzz/corpus/regexp
 	$(BUILD)-fuzz/fuzz/pstream_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=4096 \
-	    -rss_limit_mb=1024 -malloc_limit_mb=256 $(BUILD)-fuzz/corpus/pstream fuzz/corpus/pstream
+	    -rss_limit_mb=1024 -malloc_limit_mb=256 -dict=fuzz/pstream.dict \
+	    $(BUILD)-fuzz/corpus/pstream fuzz/corpus/pstream
 	$(BUILD)-fuzz/fuzz/args_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=1024 \
 	    $(BUILD)-fuzz/corpus/args fuzz/corpus/args
 	$(BUILD)-fuzz/fuzz/path_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=512 \

@@ -88,6 +88,25 @@ expect "dump of a cut file" 1 "" -- "$vfc" dump "$tmp/cut.vor"
 printf ':\n9999\n\\[\n\\]\n' >"$tmp/unknown.vor"
 expect "dump of an unknown class" 1 "unknown class (9999)" -- "$vfc" dump "$tmp/unknown.vor"
 expect "dump without file" 2 "" -- "$vfc" dump
+# Hostile files: a reference to an element the set refused, and lists of references nested into
+# 10^8 strings (426 bytes). The first reads, the second fails at once in little memory.
+printf ':\n514\n\\[\n3\n:\n263\n\\[\n1\n"a"\n\\]\n:\n263\n\\[\n1\n"a"\n\\]\n@\n2\n\\]\n' \
+    >"$tmp/refused.vor"
+expect "dump of a reference to a refused element" 0 "vSet (514)
+  3
+  vString (263) \"a\"
+  vString (263) \"a\"
+  @2 (the object read before under this ordinal)" -- "$vfc" dump "$tmp/refused.vor"
+{
+    for level in 1 2 3 4 5 6 7 8; do printf ':\n515\n\\[\n10\n'; done
+    printf ':\n263\n\\[\n1\n"x"\n\\]\n'
+    for ordinal in 8 7 6 5 4 3 2 1; do
+        for i in 1 2 3 4 5 6 7 8 9; do printf '@\n%d\n' "$ordinal"; done
+        printf '\\]\n'
+    done
+} >"$tmp/nested.vor"
+expect "dump of references nested into 10^8 objects" 1 "" \
+    -- bash -c "timeout 20 '$vfc' dump '$tmp/nested.vor' >/dev/null"
 expect "dump of a missing file" 1 "" -- "$vfc" dump "$tmp/none.vor"
 catalog=$("$vfc" dump catalog.vor)
 for line in 'vString (263) "vorlandix-catalog"' 'vHashvStringvString (550)' \

@@ -59,7 +59,7 @@ void restoreElements(vSlist& list, Stream& s) {
     for (size_t i = 0; i < n; ++i) {
         RWCollectable* item = vfc::rw::restoreOwned(s);
         if (!readable(s)) {
-            delete item;
+            vfc::rw::discardRestored(s, item);
             return;
         }
         if (item) list.append(item);

@@ -64,8 +64,12 @@ class Operation {
         if (table_.depth++ == 0) clearTable();
     }
     // The table is emptied when an operation starts, not when it ends: entries left behind
-    // are never looked at again.
-    ~Operation() { --table_.depth; }
+    // are never looked at again. Objects retired during a restore operation go at its end.
+    ~Operation() {
+        if (--table_.depth == 0) {
+            if constexpr (std::is_same_v<Table, RestoreTable>) table_.destroyRetired();
+        }
+    }
     Operation(const Operation&) = delete;
     Operation& operator=(const Operation&) = delete;
     int depth() const { return table_.depth; }
@@ -85,11 +89,21 @@ bool seenBefore(SaveTable& table, const RWCollectable* p, uint32_t& ordinal) {
     return table.findOrAdd(p, ordinal);
 }
 
+unsigned long long bytesReadFrom(const RWvistream& s) {
+    return s.bytesRead();
+}
+
+unsigned long long bytesReadFrom(const RWFile& f) {
+    return f.BytesRead();
+}
+
 // The common part of both readers after the class identifier: make or reuse the object, record
-// it, let restore() read its state, mark it complete. Null when anything failed.
-template <class Restore, class Fail>
-RWCollectable* restoreNew(RestoreTable& table, RWClassID id, RWCollectable* into,
-                          Restore restore, Fail fail) {
+// it, let restore() read its state, mark it complete with what a copy of it would cost. Null
+// when anything failed.
+template <class Stream, class Restore, class Fail>
+RWCollectable* restoreNew(Stream& s, RWClassID id, RWCollectable* into, Restore restore,
+                          Fail fail) {
+    RestoreTable& table = s.restoreTable();
     RWCollectable* object = nullptr;
     bool owned = false;
     if (into) {
@@ -100,21 +114,45 @@ RWCollectable* restoreNew(RestoreTable& table, RWClassID id, RWCollectable* into
         if (!object) return fail(), nullptr;
         owned = true;
     }
+    const uint64_t madeBefore = table.made++;
+    const uint64_t bytesBefore = bytesReadFrom(s) + table.copiedBytes;
     size_t ordinal = table.objects.size();
-    table.objects.push_back({object, false});
-    if (!restore(object)) {
+    table.objects.push_back({object, false, 0, 0});
+    bool restored = restore(object);
+    // References read inside the object were its own; the object itself is new.
+    table.lastReference = RestoreTable::kNoReference;
+    if (!restored) {
         // Drop the entry so nothing later can reach a destroyed object.
         table.objects.resize(ordinal);
         if (owned) delete object;
         return nullptr;
     }
-    table.objects[ordinal].complete = true;
+    RestoreTable::Entry& entry = table.objects[ordinal];
+    entry.complete = true;
+    entry.objects = table.made - madeBefore;
+    entry.bytes = bytesReadFrom(s) + table.copiedBytes - bytesBefore;
     return object;
 }
 
+// The object recorded under ordinal, complete; null when there is none.
 RWCollectable* lookup(RestoreTable& table, uint64_t ordinal) {
     if (ordinal >= table.objects.size() || !table.objects[ordinal].complete) return nullptr;
+    table.lastReference = ordinal;
     return table.objects[ordinal].object;
+}
+
+// Charges a copy of the object under ordinal to the stream's budget; false when that would
+// exceed what the bytes read so far allow.
+template <class Stream>
+bool chargeCopy(Stream& s, uint64_t ordinal) {
+    RestoreTable& table = s.restoreTable();
+    const RestoreTable::Entry& entry = table.objects[ordinal];
+    table.made += entry.objects;
+    table.copiedBytes += entry.bytes;
+    const unsigned long long read = bytesReadFrom(s);
+    return table.made <= RWvistream::kObjectAllowance + RWvistream::kObjectsPerByteRead * read &&
+           table.copiedBytes <=
+               RWvistream::kCopyAllowance + RWvistream::kCopiedBytesPerByteRead * read;
 }
 
 }  // namespace
@@ -155,6 +193,7 @@ RWCollectable* RWCollectable::recursiveRestoreFrom(RWvistream& s, RWCollectable*
     if (!s.good()) return nullptr;
     RestoreTable& table = s.restoreTable();
     Operation<RestoreTable> op(table);
+    table.lastReference = RestoreTable::kNoReference;
     auto corrupt = [&s] { s.setstate(RWvios::failbit | RWvios::badbit); };
     if (op.depth() > RWvistream::kMaxDepth) return corrupt(), nullptr;
     char tag = 0;
@@ -174,7 +213,7 @@ RWCollectable* RWCollectable::recursiveRestoreFrom(RWvistream& s, RWCollectable*
     s >> id;
     if (!s.good()) return nullptr;
     return restoreNew(
-        table, id, p,
+        s, id, p,
         [&s](RWCollectable* object) {
             if (!s.getObjectStart()) return false;
             object->restoreGuts(s);
@@ -187,6 +226,7 @@ RWCollectable* RWCollectable::recursiveRestoreFrom(RWFile& f, RWCollectable* p) 
     if (!f.good()) return nullptr;
     RestoreTable& table = f.restoreTable();
     Operation<RestoreTable> op(table);
+    table.lastReference = RestoreTable::kNoReference;
     auto corrupt = [&f] { f.setFailed(); };
     if (op.depth() > RWvistream::kMaxDepth) return corrupt(), nullptr;
     char tag = 0;
@@ -202,7 +242,7 @@ RWCollectable* RWCollectable::recursiveRestoreFrom(RWFile& f, RWCollectable* p) 
     RWClassID id = 0;
     if (!f.Read(id)) return nullptr;
     return restoreNew(
-        table, id, p,
+        f, id, p,
         [&f](RWCollectable* object) {
             object->restoreGuts(f);
             return f.good();
@@ -227,18 +267,41 @@ void saveObject(RWFile& f, const RWCollectable* p) {
 }
 
 namespace {
-// A reference to an object read earlier is shared with whoever owns it; an owner gets a copy.
+
+void markCorrupt(RWvistream& s) {
+    s.setstate(RWvios::failbit | RWvios::badbit);
+}
+
+void markCorrupt(RWFile& f) {
+    f.setFailed();
+}
+
+// A reference to an object read earlier is shared with whoever owns it; an owner gets a copy,
+// charged to the stream's budget.
 template <class Stream>
 RWCollectable* ownedFrom(Stream& s) {
-    auto& table = s.restoreTable();
-    size_t before = table.objects.size();
     RWCollectable* object = RWCollectable::recursiveRestoreFrom(s);
     if (!object) return nullptr;
-    // A new object got a fresh ordinal; when none was added the result is a shared reference.
-    // (The table is emptied when the outermost operation ends, so compare only inside one.)
-    bool fresh = table.depth == 0 ? true : table.objects.size() > before;
-    return fresh ? object : object->copy();
+    RestoreTable& table = s.restoreTable();
+    const uint64_t reference = table.lastReference;
+    if (reference == RestoreTable::kNoReference) return object;
+    if (!chargeCopy(s, reference)) {
+        markCorrupt(s);
+        return nullptr;
+    }
+    return object->copy();
 }
+
+template <class Stream>
+void retire(Stream& s, RWCollectable* p) {
+    if (!p) return;
+    RestoreTable& table = s.restoreTable();
+    if (table.depth > 0)
+        table.retired.push_back(p);
+    else
+        delete p;  // no operation is open, so no reference can reach it any more
+}
+
 }  // namespace
 
 RWCollectable* restoreOwned(RWvistream& s) {
@@ -247,6 +310,24 @@ RWCollectable* restoreOwned(RWvistream& s) {
 
 RWCollectable* restoreOwned(RWFile& f) {
     return ownedFrom(f);
+}
+
+void discardRestored(RWvistream& s, RWCollectable* p) {
+    retire(s, p);
+}
+
+void discardRestored(RWFile& f, RWCollectable* p) {
+    retire(f, p);
+}
+
+RestoreTable::~RestoreTable() {
+    destroyRetired();
+}
+
+void RestoreTable::destroyRetired() {
+    for (RWCollectable* p : retired)
+        delete p;
+    retired.clear();
 }
 
 }  // namespace vfc::rw

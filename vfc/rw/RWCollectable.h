@@ -80,6 +80,13 @@ VFC_API void saveObject(RWFile& f, const RWCollectable* p);
 VFC_API RWCollectable* restoreOwned(RWvistream& s);
 /// As above, for an RWFile.
 VFC_API RWCollectable* restoreOwned(RWFile& f);
+/// Destroys an object that restoreOwned() returned and the caller refuses (a repeated element of
+/// a set, an entry with a nil side). Inside a restore operation the object lives on until the
+/// operation ends, since a later reference in the data may name it and then gets a copy; a
+/// reader must never delete such an object itself. Null is ignored.
+VFC_API void discardRestored(RWvistream& s, RWCollectable* p);
+/// As above, for an RWFile.
+VFC_API void discardRestored(RWFile& f, RWCollectable* p);
 }  // namespace vfc::rw
 
 #endif  // VFC_RW_RWCOLLECTABLE_H

@@ -42,6 +42,7 @@ bool RWFile::readBytes(void* p, size_t n) {
         failed_ = true;
         return false;
     }
+    bytesRead_ += n;
     return true;
 }
 

@@ -79,6 +79,9 @@ class VFC_API RWFile {
 
     vfc::rw::SaveTable& saveTable();
     vfc::rw::RestoreTable& restoreTable();
+    // The bytes read from the file so far; the object reader's allowance (see RWvistream)
+    // grows with it.
+    unsigned long long BytesRead() const { return bytesRead_; }
 
   private:
     bool readBytes(void* p, size_t n);
@@ -89,6 +92,7 @@ class VFC_API RWFile {
     RWCString name_;
     std::FILE* fp_ = nullptr;
     bool failed_ = false;
+    unsigned long long bytesRead_ = 0;
     std::unique_ptr<vfc::rw::SaveTable> save_;
     std::unique_ptr<vfc::rw::RestoreTable> restore_;
 };

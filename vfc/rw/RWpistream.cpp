@@ -33,8 +33,8 @@ RWpistream::~RWpistream() = default;
 
 int RWpistream::nextToken() {
     if (!good()) return -1;
-    int c = sb_->sbumpc();
-    while (c != std::char_traits<char>::eof() && isSpace(c)) c = sb_->sbumpc();
+    int c = bump();
+    while (c != std::char_traits<char>::eof() && isSpace(c)) c = bump();
     if (c == std::char_traits<char>::eof()) {
         setstate(eofbit | failbit);
         return -1;
@@ -47,7 +47,7 @@ bool RWpistream::readInteger(long long lo, unsigned long long hi, bool& negative
     int c = nextToken();
     if (c < 0) return false;
     negative = c == '-';
-    if (negative) c = sb_->sbumpc();
+    if (negative) c = bump();
     if (c < '0' || c > '9') {
         setstate(failbit);
         return false;
@@ -62,7 +62,7 @@ bool RWpistream::readInteger(long long lo, unsigned long long hi, bool& negative
         if (++digits > kMaxNumberChars) overflow = true;
         c = sb_->sgetc();
         if (c < '0' || c > '9' || overflow) break;
-        sb_->sbumpc();
+        bump();
     }
     if (overflow || (negative ? value > static_cast<unsigned long long>(-(lo + 1)) + 1
                               : value > hi)) {
@@ -114,7 +114,7 @@ RWvistream& RWpistream::readFloating(T& v) {
             setstate(failbit);
             return *this;
         }
-        buf[n++] = static_cast<char>(sb_->sbumpc());
+        buf[n++] = static_cast<char>(bump());
     }
     std::string_view text(buf, static_cast<size_t>(n));
     if (text == "inf") {
@@ -148,7 +148,7 @@ RWvistream& RWpistream::operator>>(char& c) {
     }
     int d[3];
     for (int& x : d) {
-        x = sb_->sbumpc();
+        x = bump();
         if (!isOctal(x) || (&x == &d[0] && x > '3')) {
             setstate(failbit);
             return *this;
@@ -234,10 +234,11 @@ bool RWpistream::decodeString(char* out, size_t n) {
             setstate(eofbit | failbit | badbit);
             return false;
         }
+        addBytesRead(static_cast<size_t>(got));
         size_t r = w;
         const size_t end = w + static_cast<size_t>(got);
         auto nextByte = [&]() -> int {
-            return r < end ? static_cast<unsigned char>(out[r++]) : sb_->sbumpc();
+            return r < end ? static_cast<unsigned char>(out[r++]) : bump();
         };
         while (r < end) {
             auto c = static_cast<unsigned char>(out[r++]);
@@ -298,7 +299,7 @@ RWvistream& RWpistream::getString(RWCString& s) {
         }
     }
     if (!ok) return *this;
-    if (sb_->sbumpc() != '"') {
+    if (bump() != '"') {
         setstate(failbit | badbit);
         return *this;
     }
@@ -307,7 +308,7 @@ RWvistream& RWpistream::getString(RWCString& s) {
 }
 
 bool RWpistream::readMarker(char closing) {
-    if (nextToken() != '\\' || sb_->sbumpc() != closing) {
+    if (nextToken() != '\\' || bump() != closing) {
         setstate(failbit | badbit);
         return false;
     }

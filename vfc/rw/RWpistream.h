@@ -44,6 +44,11 @@ class VFC_API RWpistream : public RWvistream {
     std::streambuf* rdbuf() const { return sb_; }
 
   private:
+    // The next byte, consumed and counted.
+    int bump() {
+        addBytesRead(1);
+        return sb_->sbumpc();
+    }
     // The next byte after white space, consumed; -1 (with eof and fail set) at the end.
     int nextToken();
     // Reads an optionally signed decimal integer within [lo, hi].

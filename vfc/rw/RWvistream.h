@@ -27,6 +27,15 @@ class VFC_API RWvistream : public virtual RWvios {
     static constexpr size_t kMaxCount = size_t{1} << 30;
     // Objects nested deeper than this are taken for corruption.
     static constexpr int kMaxDepth = 256;
+    // The object reader's allowance, for a stream and for an RWFile alike. A reference to an
+    // object read earlier becomes a copy when an owning collection takes it, so references can
+    // nest into exponentially many objects; the objects made and the bytes copied may therefore
+    // not exceed these allowances plus the given multiple of the bytes read so far. Beyond that
+    // the stream fails with bad. Files without references never come near either.
+    static constexpr unsigned long long kObjectAllowance = 4096;
+    static constexpr unsigned long long kObjectsPerByteRead = 4;
+    static constexpr unsigned long long kCopyAllowance = 1 << 20;
+    static constexpr unsigned long long kCopiedBytesPerByteRead = 4;
 
     RWvistream();
     RWvistream(const RWvistream&) = delete;
@@ -57,9 +66,17 @@ class VFC_API RWvistream : public virtual RWvios {
 
     // The ordinal table of the restore operation under way (for RWCollectable's object reader).
     vfc::rw::RestoreTable& restoreTable();
+    // The bytes taken from the data so far, as counted by the implementation (addBytesRead);
+    // the object reader's allowance grows with it.
+    unsigned long long bytesRead() const noexcept { return bytesRead_; }
+
+  protected:
+    // Implementations report every byte they consume here.
+    void addBytesRead(size_t n) noexcept { bytesRead_ += n; }
 
   private:
     std::unique_ptr<vfc::rw::RestoreTable> table_;
+    unsigned long long bytesRead_ = 0;
 };
 
 #endif  // VFC_RW_RWVISTREAM_H

@@ -34,20 +34,21 @@ inline bool isGood(const RWFile& f) {
 }
 
 // Reads a count and that many objects, handing each to store(p), which answers whether it kept p;
-// objects not kept are destroyed.
+// objects not kept are discarded (vfc::rw::discardRestored: a later reference may still name
+// them).
 template <class In, class Store>
 void restoreElements(In& in, Store store) {
     size_t n = 0;
     if (!readCount(in, n)) return;
     for (size_t i = 0; i < n; ++i) {
         RWCollectable* p = vfc::rw::restoreOwned(in);
-        if (p && !store(p)) delete p;
+        if (p && !store(p)) vfc::rw::discardRestored(in, p);
         if (!isGood(in)) return;
     }
 }
 
 // Reads a count and that many key and value objects, handing each complete pair to
-// store(key, value); pairs not kept, and pairs with a nil side, are destroyed.
+// store(key, value); pairs not kept, and pairs with a nil side, are discarded.
 template <class In, class Store>
 void restorePairs(In& in, Store store) {
     size_t n = 0;
@@ -55,13 +56,13 @@ void restorePairs(In& in, Store store) {
     for (size_t i = 0; i < n; ++i) {
         RWCollectable* key = vfc::rw::restoreOwned(in);
         if (!isGood(in)) {
-            delete key;
+            vfc::rw::discardRestored(in, key);
             return;
         }
         RWCollectable* value = vfc::rw::restoreOwned(in);
         if (!key || !value || !store(key, value)) {
-            delete key;
-            delete value;
+            vfc::rw::discardRestored(in, key);
+            vfc::rw::discardRestored(in, value);
         }
         if (!isGood(in)) return;
     }

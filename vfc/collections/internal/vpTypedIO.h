@@ -40,13 +40,13 @@ class vpTypedIO {
         out = nullptr;
         RWCollectable* p = vfc::rw::restoreOwned(s);
         if (!fGood(s)) {
-            delete p;
+            vfc::rw::discardRestored(s, p);
             return false;
         }
         if (!p) return true;
         out = dynamic_cast<T*>(p);
         if (!out) {
-            delete p;
+            vfc::rw::discardRestored(s, p);
             fMarkCorrupt(s);
             return false;
         }
@@ -55,8 +55,9 @@ class vpTypedIO {
 
     // Reads the collection form: a count, then that many elements. Each element read completely
     // goes to insert(T*), which returns false when it refuses the element (a duplicate in a
-    // set); a refused element is destroyed. Nil elements are skipped. Stops at the first
-    // failure, keeping what was read before it.
+    // set); a refused element is discarded (vfc::rw::discardRestored: a later reference may
+    // still name it). Nil elements are skipped. Stops at the first failure, keeping what was
+    // read before it.
     template <class T, class Stream, class Insert>
     static void fRestoreElements(Stream& s, Insert insert) {
         size_t n = 0;
@@ -64,13 +65,13 @@ class vpTypedIO {
         for (size_t i = 0; i < n; ++i) {
             T* p = nullptr;
             if (!fReadElement(s, p)) return;
-            if (p && !insert(p)) delete p;
+            if (p && !insert(p)) vfc::rw::discardRestored(s, p);
         }
     }
 
     // The same for a hash: a count, then a key object and a value object per entry. An entry
     // with a nil key or value is skipped; insert(K*, V*) returns false to refuse an entry (a
-    // key already present), which is then destroyed.
+    // key already present), which is then discarded.
     template <class K, class V, class Stream, class Insert>
     static void fRestorePairs(Stream& s, Insert insert) {
         size_t n = 0;
@@ -80,12 +81,12 @@ class vpTypedIO {
             if (!fReadElement(s, key)) return;
             V* value = nullptr;
             if (!fReadElement(s, value)) {
-                delete key;
+                vfc::rw::discardRestored(s, key);
                 return;
             }
             if (key && value && insert(key, value)) continue;
-            delete key;
-            delete value;
+            vfc::rw::discardRestored(s, key);
+            vfc::rw::discardRestored(s, value);
         }
     }
 };

@@ -74,9 +74,33 @@ struct RestoreTable {
         // False while the object's own state is being read: a reference to it from inside
         // itself would make a cycle, which no owning collection can hold.
         bool complete;
+        // What a copy of the object costs: the objects it holds (itself included) and the
+        // bytes they stand for, counted while it was read.
+        uint64_t objects;
+        uint64_t bytes;
     };
     std::vector<Entry> objects;
+    // Objects that were read and then refused by the collection they were meant for (a repeated
+    // element of a set, an entry with a nil side). They stay alive until the outermost operation
+    // ends, because a later reference may still name them; it then gets a copy.
+    std::vector<RWCollectable*> retired;
     int depth = 0;
+    // The reader's budget over the life of the stream: the objects made (read, or copied for a
+    // reference) and the bytes copied for references. Both may grow only in proportion to the
+    // bytes read, so a small file of nested references cannot make an exponential tree.
+    uint64_t made = 0;
+    uint64_t copiedBytes = 0;
+    // The ordinal of the reference the last object read resolved to; kNoReference for a new
+    // object or nil.
+    static constexpr uint64_t kNoReference = ~uint64_t{0};
+    uint64_t lastReference = kNoReference;
+
+    RestoreTable() = default;
+    RestoreTable(const RestoreTable&) = delete;
+    RestoreTable& operator=(const RestoreTable&) = delete;
+    // Destroys what is still retired.
+    ~RestoreTable();
+    void destroyRetired();
 };
 
 }  // namespace vfc::rw

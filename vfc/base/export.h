@@ -21,4 +21,9 @@
 #define VFC_API __attribute__((visibility("default")))
 #endif
 
+/// \def VFC_TEST_API
+/// Exports an internal function for the library's own tests only (a work counter, say). Nothing
+/// declared with it is part of the public interface: no public header declares it.
+#define VFC_TEST_API VFC_API
+
 #endif  // VFC_BASE_EXPORT_H

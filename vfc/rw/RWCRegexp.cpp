@@ -33,11 +33,10 @@ RWCRegexp& RWCRegexp::operator=(const RWCRegexp& other) {
 RWCRegexp::~RWCRegexp() = default;
 
 void RWCRegexp::compile(const char* pattern, size_t length) {
+    matcher_.reset();
     switch (vfc::rx::parse(pattern, length, &expression_)) {
         case vfc::rx::ParseStatus::ok:
             status_ = OK;
-            matcher_ = std::make_unique<vfc::rx::Matcher>(
-                std::vector<std::shared_ptr<const vfc::rx::Expression>>{expression_});
             return;
         case vfc::rx::ParseStatus::illegal:
             status_ = ILLEGAL;
@@ -46,7 +45,6 @@ void RWCRegexp::compile(const char* pattern, size_t length) {
             status_ = TOOLONG;
             break;
     }
-    matcher_.reset();
 }
 
 size_t RWCRegexp::index(const RWCString& text, size_t* extent, size_t start) const {
@@ -54,9 +52,14 @@ size_t RWCRegexp::index(const RWCString& text, size_t* extent, size_t start) con
 }
 
 size_t RWCRegexp::index(const char* text, size_t length, size_t* extent, size_t start) const {
-    if (!matcher_) {
+    if (status_ != OK || !expression_) {
         if (extent != nullptr) *extent = 0;
         return RW_NPOS;
     }
+    // Built on the first search: the expressions of a vRegExp are searched through its own
+    // automaton and never need one of their own.
+    if (!matcher_)
+        matcher_ = std::make_unique<vfc::rx::Matcher>(
+            std::vector<std::shared_ptr<const vfc::rx::Expression>>{expression_});
     return matcher_->search(text, length, start, extent);
 }

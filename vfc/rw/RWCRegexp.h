@@ -27,8 +27,10 @@ class Matcher;
 ///   | ( ) { }  are ordinary bytes
 /// \endcode
 /// Matching is leftmost, then longest, and runs in time linear in the text (a lazily built
-/// deterministic automaton). The object owns its automaton; a copy shares the immutable compiled
-/// expression and builds its own automaton as it searches. A search adds states to the automaton,
+/// deterministic automaton, made by the first search: at most one state per text byte, each in
+/// time proportional to the pattern, in a cache of at most 10,000 states or 8 MB). Compiling
+/// takes time and memory in proportion to the pattern. The object owns its automaton; a copy
+/// shares the immutable compiled expression and builds its own automaton as it searches. A search adds states to the automaton,
 /// so one object must not be searched from two threads at once: give each thread its own copy.
 ///
 /// Failure: a pattern that does not compile reports it through status() (ILLEGAL or TOOLONG) and
@@ -78,7 +80,7 @@ class VFC_API RWCRegexp {
 
     statVal status_;
     std::shared_ptr<const vfc::rx::Expression> expression_;
-    std::unique_ptr<vfc::rx::Matcher> matcher_;
+    mutable std::unique_ptr<vfc::rx::Matcher> matcher_;  // built by the first search
 };
 
 #endif  // VFC_RW_RWCREGEXP_H

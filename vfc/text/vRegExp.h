@@ -39,6 +39,14 @@ class Matcher;
 /// Nothing of the pattern is persisted: saving writes none of it and restoring reads none, so a
 /// vRegExp that restoring makes anew matches nothing.
 ///
+/// Cost, whatever the pattern (patterns may come from users): compiling takes time and memory in
+/// proportion to the pattern's length, at most about 120 bytes per pattern byte (one-character
+/// alternatives; longer ones take less). A search builds automaton states as the text demands,
+/// keeps at most 10,000 of them or 8 MB per direction (then starts the cache afresh), and builds
+/// at most one state per text byte, each in time proportional to the number of items of all
+/// alternatives: a search is linear in the text, and at worst as slow per byte as the pattern is
+/// long. One alternative may hold at most 4096 items; a longer one does not compile.
+///
 /// Failure: nothing throws; a pattern that does not compile simply does not match. index()
 /// answers RW_NPOS (with extent 0) when there is no match.
 class VFC_API vRegExp : public RWCollectable {

@@ -2,12 +2,18 @@
 
 #include <gtest/gtest.h>
 
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
+
+#include <memory>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "vfc/core/vString.h"
 #include "vfc/rw/RWCRegexp.h"
+#include "vfc/rw/internal/RegexEngine.h"
 
 namespace {
 
@@ -184,6 +190,56 @@ TEST(vRegExp, OneAutomatonAgreesWithSearchingEachAlternative) {
             ASSERT_EQ(find(re, text, start), searchEachAlternative(alts, text, start))
                 << "pattern " << pattern << " text \"" << text << "\" start " << start;
     }
+}
+
+// Items whose follower ranges overlap (n optional items, then n required ones): building a
+// state must look at each automaton position at most once, so that a text byte costs time in
+// proportion to the pattern, not to its square (the sum of the overlapping ranges).
+TEST(vRegExp, OverlappingOptionalItemsCostTimeLinearInThePattern) {
+    const int n = 1000;
+    std::string pattern;
+    for (char last = '0'; last < '4'; ++last) {
+        if (!pattern.empty()) pattern += '|';
+        for (int i = 0; i < n; ++i) pattern += "a?";
+        pattern += std::string(n, 'a') + last;
+    }
+    vRegExp re{vString(pattern.c_str())};
+    EXPECT_EQ(find(re, std::string(n, 'a') + "3"), (Hit{0, static_cast<size_t>(n) + 1}));
+    EXPECT_EQ(find(re, "x" + std::string(2 * n, 'a') + "2"), (Hit{1, 2 * static_cast<size_t>(n) + 1}));
+    EXPECT_EQ(find(re, std::string(n - 1, 'a') + "3"), kNone);
+
+    std::string one;
+    for (int i = 0; i < n; ++i) one += "a?";
+    one += std::string(n, 'a');
+    const std::string text(2 * n, 'a');
+    size_t found = 0;
+    uint64_t looked =
+        vfc::rx::positionsLookedAtSearching({one.c_str()}, text.data(), text.size(), &found);
+    EXPECT_EQ(found, 0u);
+    const uint64_t positions = 2 * n + 2;
+    // Both directions, one state built per byte at most in each.
+    EXPECT_LE(looked, 2 * positions * (text.size() + 1)) << looked;
+}
+
+// Compiling takes memory in proportion to the pattern, at most about 120 bytes a pattern byte
+// (one-character alternatives are the worst case).
+TEST(vRegExp, CompilingTakesMemoryInProportionToThePattern) {
+#if defined(__GLIBC__)
+    std::string pattern;
+    for (int i = 0; i < 20000; ++i) {
+        if (i) pattern += '|';
+        pattern += static_cast<char>('!' + i % 90);
+    }
+    const vString text(pattern.c_str());
+    const size_t before = mallinfo2().uordblks;
+    auto re = std::make_unique<vRegExp>(text);
+    const size_t used = mallinfo2().uordblks - before;
+    if (before == 0) GTEST_SKIP() << "the allocator does not report its use";
+    EXPECT_LT(used, 160 * pattern.size()) << used / pattern.size() << " bytes a pattern byte";
+    EXPECT_EQ(find(*re, "a b"), (Hit{0, 1}));
+#else
+    GTEST_SKIP() << "needs the C library's allocation statistics";
+#endif
 }
 
 }  // namespace

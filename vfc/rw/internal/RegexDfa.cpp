@@ -36,7 +36,8 @@ uint32_t hashKey(const int32_t* key, size_t length) {
 
 DfaCache::DfaCache(const Compiled& c, const Nfa& n, bool lm)
     : compiled(c), nfa(n), leftmost(lm), stride((c.nclasses + 3) & ~1) {
-    mark_.assign(nfa.sets.size(), 0);
+    taken_.assign(nfa.size(), 0);
+    skipTo_.assign(nfa.size(), 0);
     clear();
 }
 
@@ -63,7 +64,7 @@ int32_t DfaCache::step(int32_t row, int cls) {
 
 void DfaCache::computeNext(const int32_t* key, size_t length, int cls) {
     if (++generation_ == 0) {
-        std::fill(mark_.begin(), mark_.end(), 0);
+        std::fill(taken_.begin(), taken_.end(), 0);
         generation_ = 1;
     }
     unsigned byte = compiled.classRep[cls];
@@ -82,24 +83,46 @@ void DfaCache::computeNext(const int32_t* key, size_t length, int cls) {
     settleAcceptance();
 }
 
+// The first position at or after p that this step has not taken, or the number of positions.
+// Taken positions point past themselves; the chains are shortened as they are walked, so that
+// every step looks at each position about once however much the follower ranges overlap.
+int32_t DfaCache::firstUntaken(int32_t p) {
+    const int32_t n = static_cast<int32_t>(taken_.size());
+    int32_t r = p;
+    while (r < n && taken_[r] == generation_)
+        r = skipTo_[r];
+    while (p < r) {
+        int32_t next = skipTo_[p];
+        skipTo_[p] = r;
+        p = next;
+    }
+    return r;
+}
+
+// Takes position p for this step: it joins the group when it reads byte. A position taken
+// once is not looked at again in the step, in this group or a younger one: an older group
+// already holds it (its future is the same and the older start wins), or it cannot read byte.
+void DfaCache::take(int32_t p, unsigned byte) {
+    ++lookedAt_;
+    taken_[p] = generation_;
+    skipTo_[p] = p + 1;
+    if (nfa.set(p).has(byte)) next_.push_back(p);
+}
+
 // Appends the followers of q that read byte and are not in an older group yet.
+void DfaCache::takeRange(int32_t begin, int32_t end, unsigned byte) {
+    for (int32_t p = firstUntaken(begin); p < end; p = firstUntaken(p + 1))
+        take(p, byte);
+}
+
 void DfaCache::addFollowers(int32_t q, unsigned byte) {
-    auto consider = [&](int32_t p) {
-        if (mark_[p] != generation_ && nfa.sets[p].has(byte)) {
-            mark_[p] = generation_;
-            next_.push_back(p);
-        }
-    };
     if (q < Nfa::kFirstPosition) {
-        for (const Nfa::Range& r : nfa.startRanges[q]) {
-            for (int32_t p = r.begin; p < r.end; ++p)
-                consider(p);
-        }
+        for (const Nfa::Range& r : nfa.startRanges[q])
+            takeRange(r.begin, r.end, byte);
         return;
     }
-    if (nfa.loops[q]) consider(q);
-    for (int32_t p = q + 1; p < nfa.reach[q]; ++p)
-        consider(p);
+    if (nfa.loops[q] && taken_[q] != generation_) take(q, byte);
+    takeRange(q + 1, nfa.reach[q], byte);
 }
 
 // Ends the group begun at groupBegin in next_, sorted so equal sets give equal keys; an empty

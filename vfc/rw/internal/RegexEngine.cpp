@@ -5,6 +5,7 @@
 #include "vfc/rw/internal/RegexEngine.h"
 
 #include <cstring>
+#include <unordered_map>
 
 #include "vfc/rw/internal/RegexTables.h"
 
@@ -44,9 +45,17 @@ void buildClasses(const std::vector<const Expression*>& alternatives, Compiled* 
         c->classRep[c->byteClass[b]] = static_cast<uint8_t>(b);
 }
 
+// The index of set in nfa->setTable, added when new; index finds the sets seen so far.
+using SetIndex = std::unordered_map<ByteSet, uint32_t, ByteSetHash>;
+uint32_t internSet(const ByteSet& set, Nfa* nfa, SetIndex& index) {
+    auto [it, added] = index.emplace(set, static_cast<uint32_t>(nfa->setTable.size()));
+    if (added) nfa->setTable.push_back(set);
+    return it->second;
+}
+
 // Adds the positions base .. base+n-1 of one alternative, read backward when reversed (its
 // anchors then swap roles).
-void addAlternative(const Expression& e, bool reversed, int32_t base, Nfa* nfa) {
+void addAlternative(const Expression& e, bool reversed, int32_t base, Nfa* nfa, SetIndex& sets) {
     const bool anchoredStart = reversed ? e.anchorEnd : e.anchorStart;
     const uint8_t acceptKind =
         (reversed ? e.anchorStart : e.anchorEnd) ? Nfa::kAcceptEnd : Nfa::kAcceptAny;
@@ -58,7 +67,7 @@ void addAlternative(const Expression& e, bool reversed, int32_t base, Nfa* nfa) 
     for (size_t k = n; k-- > 0;) {
         const Item& item = e.items[reversed ? n - 1 - k : k];
         const int32_t q = base + static_cast<int32_t>(k);
-        nfa->sets[q] = item.set;
+        nfa->setOf[q] = internSet(item.set, nfa, sets);
         nfa->loops[q] = repeats(item.quant);
         nfa->reach[q] = base + static_cast<int32_t>(stop);
         nfa->accept[q] = tailOptional ? acceptKind : 0;
@@ -87,7 +96,7 @@ void chooseSkip(Nfa* nfa) {
     for (const Nfa::Range& r : nfa->startRanges[Nfa::kInner]) {
         for (int32_t p = r.begin; p < r.end; ++p) {
             for (int w = 0; w < 4; ++w)
-                first.bits[w] |= nfa->sets[p].bits[w];
+                first.bits[w] |= nfa->set(p).bits[w];
         }
     }
     int count = 0;
@@ -108,15 +117,19 @@ void buildNfa(const std::vector<const Expression*>& alternatives, bool reversed,
     size_t total = Nfa::kFirstPosition;
     for (const Expression* e : alternatives)
         total += e->items.size();
-    nfa->sets.assign(total, ByteSet());
+    nfa->setOf.assign(total, 0);
+    nfa->setTable.assign(1, ByteSet());  // the start states read nothing
     nfa->reach.assign(total, 0);
     nfa->loops.assign(total, 0);
     nfa->accept.assign(total, 0);
+    SetIndex sets;
+    sets.emplace(ByteSet(), 0);
     int32_t base = Nfa::kFirstPosition;
     for (const Expression* e : alternatives) {
-        addAlternative(*e, reversed, base, nfa);
+        addAlternative(*e, reversed, base, nfa, sets);
         base += static_cast<int32_t>(e->items.size());
     }
+    nfa->setTable.shrink_to_fit();
     nfa->innerUseful = !nfa->startRanges[Nfa::kInner].empty() || nfa->accept[Nfa::kInner] != 0;
     if (!reversed && nfa->innerUseful) chooseSkip(nfa);
 }
@@ -378,6 +391,24 @@ inline size_t Matcher::findStart(const uint8_t* text, size_t length, size_t star
     if (c.fixedLength >= 0 && !c.allAnchoredEnd) return end - static_cast<size_t>(c.fixedLength);
     if (!reverse_) reverse_ = std::make_unique<DfaCache>(c, c.reverse, false);
     return scanBackward(*reverse_, text, length, start, end);
+}
+
+uint64_t Matcher::positionsLookedAt() const {
+    return (forward_ ? forward_->positionsLookedAt() : 0) +
+           (reverse_ ? reverse_->positionsLookedAt() : 0);
+}
+
+uint64_t positionsLookedAtSearching(const std::vector<const char*>& patterns, const char* text,
+                                    size_t length, size_t* found) {
+    std::vector<std::shared_ptr<const Expression>> expressions;
+    for (const char* p : patterns) {
+        std::shared_ptr<const Expression> e;
+        if (parse(p, std::strlen(p), &e) == ParseStatus::ok) expressions.push_back(e);
+    }
+    Matcher matcher(expressions);
+    size_t extent = 0;
+    *found = matcher.search(text, length, 0, &extent);
+    return matcher.positionsLookedAt();
 }
 
 size_t Matcher::search(const char* text, size_t length, size_t start, size_t* extent) const {

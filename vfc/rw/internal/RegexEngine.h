@@ -10,8 +10,11 @@
 #define VFC_RW_INTERNAL_REGEXENGINE_H
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <vector>
+
+#include "vfc/base/export.h"
 
 namespace vfc::rx {
 
@@ -40,6 +43,10 @@ class Matcher {
     // its length in *extent, or returns static_cast<size_t>(-1) (and *extent = 0) when there is
     // none or start > length. ^ matches only at position 0 of text, $ only at length.
     size_t search(const char* text, size_t length, size_t start, size_t* extent) const;
+    // The automaton positions looked at while building states so far, both directions: each
+    // step looks at every position at most once, so this stays below the positions times the
+    // steps built.
+    uint64_t positionsLookedAt() const;
 
   private:
     size_t findEnd(const unsigned char* text, size_t length, size_t start) const;
@@ -49,6 +56,12 @@ class Matcher {
     mutable std::unique_ptr<DfaCache> forward_;
     mutable std::unique_ptr<DfaCache> reverse_;
 };
+
+// For the tests only: searches text from its start for the union of patterns (single
+// expressions; those that do not parse are left out) with a fresh Matcher, and returns the
+// positions it looked at; *found gets the match position or static_cast<size_t>(-1).
+VFC_TEST_API uint64_t positionsLookedAtSearching(const std::vector<const char*>& patterns,
+                                                 const char* text, size_t length, size_t* found);
 
 }  // namespace vfc::rx
 

@@ -40,6 +40,15 @@ struct ByteSet {
     }
 };
 
+struct ByteSetHash {
+    size_t operator()(const ByteSet& s) const {
+        uint64_t h = s.bits[0] * 0x9E3779B97F4A7C15ull;
+        for (int w = 1; w < 4; ++w)
+            h = (h ^ (h >> 31) ^ s.bits[w]) * 0x9E3779B97F4A7C15ull;
+        return static_cast<size_t>(h ^ (h >> 29));
+    }
+};
+
 enum class Quant : uint8_t { once, optional, star, plus };
 
 inline bool isOptional(Quant q) {
@@ -75,7 +84,10 @@ struct Nfa {
 
     // Per state. The followers of a position q are q itself when loops[q], then the
     // positions q+1 .. reach[q]-1; those of the two start states are startRanges[kEdge/kInner].
-    std::vector<ByteSet> sets;
+    // The byte set of q is setTable[setOf[q]]: patterns repeat few distinct sets, and a set
+    // takes 32 bytes.
+    std::vector<uint32_t> setOf;
+    std::vector<ByteSet> setTable;
     std::vector<int32_t> reach;
     std::vector<uint8_t> loops;
     std::vector<uint8_t> accept;
@@ -88,6 +100,9 @@ struct Nfa {
     Skip skip = Skip::none;
     uint8_t skipByte = 0;
     uint8_t canStart[256] = {};  // 1 for the bytes that can begin a match at an inner position
+
+    const ByteSet& set(int32_t q) const { return setTable[setOf[q]]; }
+    size_t size() const { return setOf.size(); }
 };
 
 // The fixed tables of a Matcher, shared by its copies and never changed after construction.
@@ -154,6 +169,7 @@ struct DfaCache {
     }
 
     static bool matches(int32_t row) { return (row & 1) != 0; }
+    uint64_t positionsLookedAt() const { return lookedAt_; }
     // The flags sit at the last entry of the stride, whichever parity the row has.
     int32_t flags(int32_t row) const { return trans[(row | 1) + stride - 2]; }
 
@@ -167,6 +183,9 @@ struct DfaCache {
     int32_t buildStart(bool atEdge);
     void computeNext(const int32_t* key, size_t length, int cls);
     void addFollowers(int32_t q, unsigned byte);
+    int32_t firstUntaken(int32_t p);
+    void take(int32_t p, unsigned byte);
+    void takeRange(int32_t begin, int32_t end, unsigned byte);
     void closeGroup(size_t groupBegin);
     void settleAcceptance();
     int32_t flagsOf(const std::vector<int32_t>& key) const;
@@ -196,8 +215,10 @@ struct DfaCache {
 
     // Scratch for building a state, kept to avoid allocating per step.
     std::vector<int32_t> next_;
-    std::vector<uint32_t> mark_;  // NFA state -> generation it was last added in
+    std::vector<uint32_t> taken_;  // NFA state -> the step (generation) that last took it
+    std::vector<int32_t> skipTo_;  // for a state taken this step: a later one to look at
     uint32_t generation_ = 0;
+    uint64_t lookedAt_ = 0;
 };
 
 // Builds the tables for the given (non-null) alternatives.

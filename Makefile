@@ -25,7 +25,7 @@ CMAKE_CONFIGURE = cmake -G Ninja -DCMAKE_CXX_COMPILER=$(CXX) -DVFC_WERROR=$(WERR
 # finds one missing installs it with apt-get when run as root, saying so, and otherwise stops
 # with the command to run. Machines without dpkg are not checked.
 PACKAGES       = cmake ninja-build g++ libgtest-dev pkg-config
-BENCH_PACKAGES = $(PACKAGES) libbenchmark-dev
+BENCH_PACKAGES = $(PACKAGES) libbenchmark-dev libre2-dev
 FUZZ_PACKAGES  = cmake ninja-build clang libclang-rt-14-dev
 define need_packages
 	@command -v dpkg >/dev/null 2>&1 || exit 0; \

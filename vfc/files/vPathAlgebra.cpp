@@ -88,6 +88,8 @@ struct ListSequence {
     vPathComponentList& list;
     bool lastKind(vComponentType::TypeEnum& kind) const { return vpcLastKind(list, kind); }
     size_t size() const { return list.fEntries(); }
+    // After lastKind, which made the last component current.
+    const vPathComponent& last() const { return list.aKey(); }
     void removeLast() { list.fDeleteLast(); }
     void appendUp() { list.fInsert(vpcHostComponent(Kind::eUp)); }
 };
@@ -102,6 +104,7 @@ struct PointerSequence {
         return true;
     }
     size_t size() const { return items.size(); }
+    const vPathComponent& last() const { return *items.back(); }
     void removeLast() { items.pop_back(); }
     void appendUp() {
         static const vPathComponent up = vpcHostComponent(Kind::eUp);
@@ -109,12 +112,15 @@ struct PointerSequence {
     }
 };
 
-// What vcTrimLastComponent does to a list: the last name goes, with any fragments and queries
-// behind it; without a name before them only those go.
-void trimLastName(PointerSequence& seq) {
+// Removes the last name of a sequence, with any fragments and queries behind it (without a name
+// before them only those go), copying the name into *removed when given. Seq gives lastKind,
+// last() and removeLast(), as for upOneLevel.
+template <class Seq>
+void trimLastName(Seq& seq, vPathComponent* removed) {
     vComponentType::TypeEnum kind;
     while (seq.lastKind(kind)) {
         if (kind != Kind::eName && kind != Kind::eFragment && kind != Kind::eQuery) return;
+        if (kind == Kind::eName && removed) *removed = seq.last();
         seq.removeLast();
         if (kind == Kind::eName) return;
     }
@@ -186,16 +192,8 @@ void vpNameRange(const vPathComponentList& list, int& first, int& last) {
 }
 
 bool vcTrimLastComponent(vPathComponentList& list, vPathComponent& removed) {
-    vComponentType::TypeEnum kind;
-    while (vpcLastKind(list, kind)) {
-        if (kind == Kind::eName) {
-            removed = list.aKey();
-            list.fDeleteLast();
-            break;
-        }
-        if (kind != Kind::eFragment && kind != Kind::eQuery) break;
-        list.fDeleteLast();
-    }
+    ListSequence seq{list};
+    trimLastName(seq, &removed);
     // Deliberately false in every case: callers look at the list.
     return false;
 }
@@ -233,7 +231,7 @@ void vcResolvePath(const vPathComponentList& base, const vPathComponentList& rel
                 result.items.push_back(&it.aKey());
                 break;
             case Kind::eUp:
-                trimLastName(result);
+                trimLastName(result, nullptr);
                 break;
             default:
                 break;  // current directory, root of the host, misplaced anchors

@@ -208,13 +208,16 @@ vIfstream::~vIfstream() {
     if (is_open()) close();
 }
 
-bool vIfstream::fOpen(const vFile& f, bool binary) {
+bool vIfstream::fOpen(const vFile& f, bool binary, vFile::KindEnum* kind) {
     aBinary = binary;
     aFileInfo = f;
     if (is_open()) close();
     clear();
-    // A directory cannot be read as a file (and a read from one would fail half-way).
-    if (!f.QueryStat() || f.fIsDirectory()) {
+    // One status query answers both: the file must exist, and a directory cannot be read as a
+    // file (a read from one would fail half-way).
+    const vFile::KindEnum found = f.fKind();
+    if (kind) *kind = found;
+    if (found == vFile::KindEnum::eMissing || found == vFile::KindEnum::eDirectory) {
         setstate(failbit);
         return false;
     }
@@ -237,14 +240,15 @@ bool vIfstream::fOpenBinary(const vFile& f) {
 }
 
 bool vIfstream::fOpenBinary(bool detectType, const vFile& f) {
-    if (!fOpen(f, true)) return false;
-    return !detectType || fDetectTypeAndReopen();
+    vFile::KindEnum kind = vFile::KindEnum::eMissing;
+    if (!fOpen(f, true, &kind)) return false;
+    return !detectType || fDetectTypeAndReopen(kind == vFile::KindEnum::eRegular);
 }
 
-bool vIfstream::fDetectTypeAndReopen() {
+bool vIfstream::fDetectTypeAndReopen(bool regular) {
     char head[kDetectBytes];
     size_t n = 0;
-    if (aFileInfo.fKind() == vFile::KindEnum::eRegular) {
+    if (regular) {
         read(head, kDetectBytes);
         n = static_cast<size_t>(gcount());
         // Reading starts again at the beginning of the reopened file. A file that went away

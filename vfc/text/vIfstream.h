@@ -105,12 +105,12 @@ class VFC_API vIfstream : public std::basic_ifstream<char>, public RWCollectable
     // buf[0, len); true when both were found.
     static bool fLocateQuotes(const char* const buf, int len, int& first, int& second);
     // Records the mode and the file, clears the state and opens f (closing any file open
-    // before); true when no state bit is set afterwards.
-    bool fOpen(const vFile& f, bool binary);
+    // before); true when no state bit is set afterwards. *kind, when given, gets what f names.
+    bool fOpen(const vFile& f, bool binary, vFile::KindEnum* kind = nullptr);
     // Reads the first bytes of the open file, reopens it and stores the type they give. A file
     // that is not regular is not reopened: its first bytes are typed from the buffer and read
     // from there afterwards.
-    bool fDetectTypeAndReopen();
+    bool fDetectTypeAndReopen(bool regular);
     // Copies up to size bytes that the stream buffer holds (reading once when it holds none)
     // without consuming them; the count, 0 at the end of the input.
     size_t fPeekHead(char* head, size_t size);

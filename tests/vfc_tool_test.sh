@@ -147,7 +147,8 @@ expect "type of a FIFO without a writer, a device" 0 "$tmp/pipe: inode/fifo
 /dev/null: inode/chardevice" -- timeout 10 "$vfc" type "$tmp/pipe" /dev/null
 (printf 'kept' >"$tmp/pipe") &
 writer=$!
-expect "type of a FIFO with a writer" 0 "$tmp/pipe: inode/fifo" -- timeout 10 "$vfc" type "$tmp/pipe"
+expect "type of a FIFO with a writer" 0 "$tmp/pipe: inode/fifo" \
+    -- timeout 10 "$vfc" type "$tmp/pipe"
 expect "the writer's data stays in the FIFO" 0 "kept" -- timeout 10 cat "$tmp/pipe"
 wait "$writer"
 if command -v python3 >/dev/null; then

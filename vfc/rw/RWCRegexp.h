@@ -30,8 +30,9 @@ class Matcher;
 /// deterministic automaton, made by the first search: at most one state per text byte, each in
 /// time proportional to the pattern, in a cache of at most 10,000 states or 8 MB). Compiling
 /// takes time and memory in proportion to the pattern. The object owns its automaton; a copy
-/// shares the immutable compiled expression and builds its own automaton as it searches. A search adds states to the automaton,
-/// so one object must not be searched from two threads at once: give each thread its own copy.
+/// shares the immutable compiled expression and builds its own automaton as it searches. A search
+/// adds states to the automaton, so one object must not be searched from two threads at once:
+/// give each thread its own copy.
 ///
 /// Failure: a pattern that does not compile reports it through status() (ILLEGAL or TOOLONG) and
 /// never matches. index() answers RW_NPOS when there is no match.

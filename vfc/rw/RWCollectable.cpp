@@ -89,6 +89,15 @@ bool seenBefore(SaveTable& table, const RWCollectable* p, uint32_t& ordinal) {
     return table.findOrAdd(p, ordinal);
 }
 
+// Malformed data: the text stream fails with bad, the file fails.
+void markCorrupt(RWvistream& s) {
+    s.setstate(RWvios::failbit | RWvios::badbit);
+}
+
+void markCorrupt(RWFile& f) {
+    f.setFailed();
+}
+
 unsigned long long bytesReadFrom(const RWvistream& s) {
     return s.bytesRead();
 }
@@ -194,7 +203,7 @@ RWCollectable* RWCollectable::recursiveRestoreFrom(RWvistream& s, RWCollectable*
     RestoreTable& table = s.restoreTable();
     Operation<RestoreTable> op(table);
     table.lastReference = RestoreTable::kNoReference;
-    auto corrupt = [&s] { s.setstate(RWvios::failbit | RWvios::badbit); };
+    auto corrupt = [&s] { markCorrupt(s); };
     if (op.depth() > RWvistream::kMaxDepth) return corrupt(), nullptr;
     char tag = 0;
     s >> tag;
@@ -227,7 +236,7 @@ RWCollectable* RWCollectable::recursiveRestoreFrom(RWFile& f, RWCollectable* p) 
     RestoreTable& table = f.restoreTable();
     Operation<RestoreTable> op(table);
     table.lastReference = RestoreTable::kNoReference;
-    auto corrupt = [&f] { f.setFailed(); };
+    auto corrupt = [&f] { markCorrupt(f); };
     if (op.depth() > RWvistream::kMaxDepth) return corrupt(), nullptr;
     char tag = 0;
     if (!f.Read(tag) || tag == 'N') return nullptr;
@@ -267,14 +276,6 @@ void saveObject(RWFile& f, const RWCollectable* p) {
 }
 
 namespace {
-
-void markCorrupt(RWvistream& s) {
-    s.setstate(RWvios::failbit | RWvios::badbit);
-}
-
-void markCorrupt(RWFile& f) {
-    f.setFailed();
-}
 
 // A reference to an object read earlier is shared with whoever owns it; an owner gets a copy,
 // charged to the stream's budget.

@@ -205,7 +205,8 @@ TEST(vRegExp, OverlappingOptionalItemsCostTimeLinearInThePattern) {
     }
     vRegExp re{vString(pattern.c_str())};
     EXPECT_EQ(find(re, std::string(n, 'a') + "3"), (Hit{0, static_cast<size_t>(n) + 1}));
-    EXPECT_EQ(find(re, "x" + std::string(2 * n, 'a') + "2"), (Hit{1, 2 * static_cast<size_t>(n) + 1}));
+    EXPECT_EQ(find(re, "x" + std::string(2 * n, 'a') + "2"),
+              (Hit{1, 2 * static_cast<size_t>(n) + 1}));
     EXPECT_EQ(find(re, std::string(n - 1, 'a') + "3"), kNone);
 
     std::string one;

@@ -34,8 +34,9 @@ check() {
     shift 5
     rm -f "$APT_LOG"
     local got rc apt
-    got=$(FAKE_UID=$uid PATH="$stubs:$PATH" make -s --no-print-directory -C "$src" deps \
-        PACKAGES="$*" 2>&1)
+    # Run as a user would, not as a sub-make of the "make test" that may be running this.
+    got=$(env -u MAKEFLAGS -u MFLAGS -u MAKELEVEL FAKE_UID="$uid" PATH="$stubs:$PATH" \
+        make -s --no-print-directory -C "$src" deps PACKAGES="$*" 2>&1)
     rc=$?
     got=$(grep -v '^make: \*\*\*' <<<"$got")  # make's own report of the failed recipe
     apt=$(cat "$APT_LOG" 2>/dev/null)

@@ -35,3 +35,8 @@ install(FILES ${PROJECT_BINARY_DIR}/vfc.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/p
 if(VFC_BUILD_TOOLS)
     install(TARGETS vfc-tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
+
+# Windows programs find their DLLs beside them: the compiler's runtime goes into bin/ too.
+if(WIN32 AND vfc_runtime_dlls)
+    install(FILES ${vfc_runtime_dlls} DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()

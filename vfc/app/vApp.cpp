@@ -6,6 +6,8 @@
 #include <csignal>
 #include <cstdlib>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "vfc/app/internal/vpAppEnvironment.h"
 #include "vfc/app/vpcEnv.h"
@@ -47,31 +49,31 @@ bool nonEmptyEnv(const char* name, vString& value) {
 vString executableDirectory() {
     std::string path;
     if (!vfc::os::ExecutablePath(path)) return vString();
-    size_t slash = path.rfind('/');
+    size_t slash = path.find_last_of(vfc::os::kPathSeparators);
     if (slash == std::string::npos) return vString();
-    return fromStd(slash == 0 ? std::string("/") : path.substr(0, slash));
+    return fromStd(slash == 0 ? path.substr(0, 1) : path.substr(0, slash));
 }
 
 vString versionCharacter(const vString& version, size_t i) {
     return i < version.length() ? vString(version.data() + i, 1) : vString();
 }
 
-// SIGINT, SIGQUIT and SIGHUP: the current application's abort flag is set and its hook is
-// called. Without an application the signal gets its default action again and is raised anew
-// (it is delivered once the handler returns), so a process without one still stops on Ctrl-C.
-// Only async-signal-safe work here: a lock-free load, a sig_atomic_t store, signal and raise.
-void abortHandler(int signal) {
-    int savedErrno = errno;
+// Ctrl-C, Ctrl-Break and the console closing (SIGINT, SIGQUIT, SIGHUP on POSIX): the current
+// application's abort flag is set and its hook is called, and the event counts as handled.
+// Other events, and any event without an application, are left to the default action, so a
+// process without one still stops on Ctrl-C. Only async-signal-safe work here: a lock-free
+// load and a sig_atomic_t store.
+bool abortHandler(vfc::os::ConsoleEvent event) {
     vApp* app = gCurrentApp.load();
-    if (app) {
-        app->fSetAbort(true);
-        app->fNotifyAbort();
-    } else {
-        std::signal(signal, SIG_DFL);
-        std::raise(signal);
-    }
-    errno = savedErrno;
+    if (!app || event == vfc::os::ConsoleEvent::eOther) return false;
+    app->fSetAbort(true);
+    app->fNotifyAbort();
+    return true;
 }
+
+// The registry keys that hold the registered owner and organisation.
+constexpr const char* kWinNtVersionKey = "Software\\Microsoft\\Windows NT\\CurrentVersion";
+constexpr const char* kWin95VersionKey = "Software\\Microsoft\\Windows\\CurrentVersion";
 
 }  // namespace
 
@@ -85,6 +87,20 @@ vString vpcCalcProductDir() {
     vString home;
     if (nonEmptyEnv("VORLANDIXHOME", home)) return home;
     return executableDirectory();
+}
+
+vString vpcLanguageFromLangId(unsigned langId) {
+    const unsigned primary = langId & 0x3ffu;
+    const unsigned sub = langId >> 10;
+    switch (primary) {
+        case 0x04: return sub == 1 ? "zh_TW" : "zh";  // Chinese; 1 is Traditional Chinese
+        case 0x07: return "de";
+        case 0x09: return "en";
+        case 0x0c: return "fr";
+        case 0x11: return "ja";
+        case 0x12: return "ko";
+        default: return "unknown";
+    }
 }
 
 vString vpcLanguageFromLocale(const char* lcAll, const char* lcMessages, const char* lang) {
@@ -139,7 +155,7 @@ vApp::~vApp() {
 void vApp::fConstruct(const vString& family, const vString& name, const vString& version,
                       const vString& optionsName, const vpOption* const* tables,
                       LicenseType license) {
-    aPlatformType = ePosix;
+    aPlatformType = vfc::os::kWindows ? eWin32 : ePosix;
     aAbort = 0;
     aLicenseType = license;
 
@@ -171,7 +187,7 @@ void vApp::fGatherProductInfo(const vString& family, const vString& name, const 
     aProductResBasename = vString();
     aProductResPath = vString();
     aProductUsesRegistry = false;
-    aProductGui = "unix";
+    aProductGui = vfc::os::kWindows ? "mswin" : "unix";
 
     aExecutableDir = vFile(executableDirectory());
     vString home;
@@ -194,11 +210,19 @@ void vApp::fGatherMachineInfo() {
     aMachineOS = lowerCase(vfc::os::SystemName());
     aMachineName = lowerCase(vfc::os::HostName());
     aMachineCPU = fromStd(vfc::os::MachineArchitecture());
-    aMachineLanguage = vpcLanguageFromLocale(std::getenv("LC_ALL"), std::getenv("LC_MESSAGES"),
-                                             std::getenv("LANG"));
+    // Windows names the system's language; POSIX leaves it to the locale variables.
+    unsigned langId = 0;
+    aMachineLanguage = vfc::os::SystemLanguageId(langId)
+                           ? vpcLanguageFromLangId(langId)
+                           : vpcLanguageFromLocale(std::getenv("LC_ALL"),
+                                                   std::getenv("LC_MESSAGES"), std::getenv("LANG"));
 }
 
 void vApp::fGatherUserInfo() {
+    if (vfc::os::kWindows) {
+        fGatherWindowsUserInfo();
+        return;
+    }
     vString login;
     if (!nonEmptyEnv("USER", login)) nonEmptyEnv("LOGNAME", login);
     vfc::os::UserAccount account;
@@ -218,6 +242,38 @@ void vApp::fGatherUserInfo() {
 
     vString organization;
     aUserOrganization = vpcGetEnv("ORGANIZATION", organization) ? organization : vString();
+}
+
+// The login from USERNAME, the home from HOMEDRIVE and HOMEPATH, owner and organisation from
+// the registry key of the system's family.
+void vApp::fGatherWindowsUserInfo() {
+    vString login;
+    aUserLogin = nonEmptyEnv("USERNAME", login) ? login : vString();
+    vString drive;
+    vString path;
+    vpcGetEnv("HOMEDRIVE", drive);
+    vpcGetEnv("HOMEPATH", path);
+    aUserDir = vFile(drive + path);
+    aUserName = vString();
+    aUserOrganization = vString();
+    const char* key = aMachineOS.fIsEqual("winnt")   ? kWinNtVersionKey
+                      : aMachineOS.fIsEqual("win95") ? kWin95VersionKey
+                                                     : nullptr;
+    vHashvStringvString values;
+    if (!key || !fRegEnumKeysAndValues(key, values)) return;
+    if (values.fLookup("RegisteredOwner")) aUserName = values.aValue();
+    if (values.fLookup("RegisteredOrganization")) aUserOrganization = values.aValue();
+}
+
+bool vApp::fRegEnumKeysAndValues(const vString& key, vHashvStringvString& values) {
+    std::vector<std::pair<std::string, std::string>> read;
+    if (!vfc::os::RegistryValues(key.data(), read)) return false;
+    for (const auto& entry : read) {
+        vString name = fromStd(entry.first);
+        vString value = fromStd(entry.second);
+        values.fInsertOrReplace(name, value);
+    }
+    return true;
 }
 
 bool vApp::fChangeUser(const vString& login) {
@@ -260,7 +316,7 @@ void vApp::fCalcOptionsName(const vString& optionsName) {
     if (optionsName.isNull()) return;
     vString dir = vpcUserConfigDir();
     if (dir.isNull()) return;
-    dir.append("/").append(optionsName).append(".ini");
+    dir.append(vfc::os::kNativeSeparator).append(optionsName).append(".ini");
     aOptionsFile = vFile(dir);
 }
 

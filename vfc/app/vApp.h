@@ -17,15 +17,17 @@
 /// none. fLoadString copies at most 4095 bytes of the text at once, so it need only stay valid
 /// during the call. The library's own catalogue, vpcLibraryMessages, is the default.
 using vpMessageCatalog = const char* (*)(unsigned id);
-/// The library's own message catalogue: static texts for 6000-6003 (a command that could not be
+/// The library's own message catalogue: the texts of 6000-6003 (a command that could not be
 /// run, with one "%s" for the command) and 6050, 6051 ("WARNING", "ERROR"); null for any other
-/// number.
+/// number. On Windows they are string resources of the library's DLL, read with LoadStringA
+/// into a buffer of this thread; on POSIX they are compiled in.
 VFC_API const char* vpcLibraryMessages(unsigned id);
 
 /// The application object: every tool creates one near the start of main.
 ///
 /// It gathers once what tools need to know about the product, the user and the machine, loads
-/// the tool's options, installs the console abort handler (SIGINT, SIGQUIT, SIGHUP), and is then
+/// the tool's options, installs the console abort handler (Ctrl-C, Ctrl-Break and the console
+/// closing: SetConsoleCtrlHandler on Windows, SIGINT, SIGQUIT, SIGHUP on POSIX), and is then
 /// the one channel for progress, status, busy indication, abort requests and log messages, and
 /// the keeper of the content-type tables. The last vApp constructed is the process-wide
 /// instance, vAppInfo(). Construction also puts the product directory in front of "PATH" (when
@@ -61,7 +63,7 @@ class VFC_API vApp {
   public:
     // 0: no licence check.
     enum LicenseType : int { eNoLicenseCheck = 0, eLicenseCheck = 1 };
-    // The platform the library runs on; ePosix here.
+    // The platform the library runs on: eWin32 on Windows, ePosix elsewhere.
     enum PlatformTypeEnum : int { eUnknownPlatform = 0, eWin16 = 1, eWin32 = 2, ePosix = 3 };
     enum AppTypeEnum : int { eConsoleApp = 0, eWindowApp = 1, eServiceApp = 2 };
 
@@ -120,8 +122,13 @@ class VFC_API vApp {
     AppTypeEnum& appType() { return aAppType; }
     const AppTypeEnum& appType() const { return aAppType; }
     // Recomputes the user information (login, home, full name) for another login; false, with
-    // nothing changed, when the system does not know that login.
+    // nothing changed, when the system does not know that login (on Windows, which has no user
+    // database to ask, any login but the current user's own).
     bool fChangeUser(const vString& login);
+    // Reads every value of the registry key under HKEY_LOCAL_MACHINE into values (name to text,
+    // numbers in decimal), replacing values of the same name; false when the key cannot be
+    // opened, and always on POSIX, which has no registry.
+    static bool fRegEnumKeysAndValues(const vString& key, vHashvStringvString& values);
 
     // ---- options ------------------------------------------------------------------------------
     const vHashvStringvString& options() const { return aOptions; }
@@ -130,7 +137,8 @@ class VFC_API vApp {
     // Sets a declared option; false for an undeclared one.
     bool fSetOption(const vString& name, const vString& value);
     // The options file: optionsName + ".ini" in the user's configuration folder
-    // ($XDG_CONFIG_HOME, else $HOME/.config); empty for an empty name.
+    // ($XDG_CONFIG_HOME, else $HOME/.config; on Windows the roaming application-data folder);
+    // empty for an empty name.
     void fCalcOptionsName(const vString& optionsName);
     const vFile& fOptionsFile() const { return aOptionsFile; }
     // Declares the options of a table with their defaults (expanded); an option declared
@@ -267,6 +275,7 @@ class VFC_API vApp {
     void fGatherProductInfo(const vString& family, const vString& name, const vString& version);
     void fGatherMachineInfo();
     void fGatherUserInfo();
+    void fGatherWindowsUserInfo();
 
     vFile aExecutableDir;
     vString aProductFamily;

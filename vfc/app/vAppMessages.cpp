@@ -8,6 +8,8 @@
 #include <iostream>
 #include <string>
 
+#include "vfc/os/os.h"
+
 namespace {
 
 // The catalogue fLoadString reads; the library's own one until a tool names another.
@@ -22,25 +24,18 @@ constexpr int kMessageParameters = 6;
 }  // namespace
 
 const char* vpcLibraryMessages(unsigned id) {
+    if (vfc::os::kWindows) {
+        // The string resources of the library's own module; the text stays valid until this
+        // thread asks for the next one.
+        thread_local char buffer[kMessageBufferSize];
+        return vfc::os::LoadStringResource(id, buffer, sizeof buffer) ? buffer : nullptr;
+    }
     switch (id) {
-        case 6000:
-            return "The application was unable to execute the command\n%s\nbecause the specified "
-                   "file or path was not found.";
-        case 6001:
-            return "The application was unable to execute the command\n%s\nbecause the system is "
-                   "running low on resources.";
-        case 6002:
-            return "The application was unable to execute the command\n%s\nbecause there were too "
-                   "many processes already running.";
-        case 6003:
-            return "The application was unable to execute the command\n%s\nbecause of an unknown "
-                   "error.";
-        case 6050:
-            return "WARNING";
-        case 6051:
-            return "ERROR";
-        default:
-            return nullptr;
+#define VFC_MESSAGE(number, text) \
+    case number: return text;
+#include "vfc/app/internal/vpMessageTexts.def"
+#undef VFC_MESSAGE
+        default: return nullptr;
     }
 }
 

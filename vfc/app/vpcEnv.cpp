@@ -1,10 +1,8 @@
 #include "vfc/app/vpcEnv.h"
 
-#include <chrono>
 #include <cstdlib>
 #include <fstream>
 #include <string>
-#include <thread>
 
 #include "vfc/app/internal/vpAppEnvironment.h"
 #include "vfc/app/vApp.h"
@@ -70,9 +68,28 @@ bool documentsFromUserDirs(const std::string& file, const vString& home, vString
 
 }  // namespace
 
+// The CSIDL numbers of the shell folders a reference may name.
+constexpr int kCsidlPersonal = 5;
+constexpr int kCsidlAppData = 26;
+constexpr int kCsidlWindows = 36;
+
+// A shell folder of Windows; false elsewhere and when the folder service fails.
+bool shellFolder(int csidl, vString& dir) {
+    std::string path;
+    if (!vfc::os::ShellFolderPath(csidl, path) || path.empty()) return false;
+    dir = fromStd(path);
+    return true;
+}
+
 vString vpcUserHome() {
     vString home;
-    if (nonEmptyEnv("HOME", home)) return home;
+    if (vfc::os::kWindows) {
+        vString drive;
+        vString path;
+        if (nonEmptyEnv("HOMEDRIVE", drive) | nonEmptyEnv("HOMEPATH", path)) return drive + path;
+    } else if (nonEmptyEnv("HOME", home)) {
+        return home;
+    }
     vfc::os::UserAccount account;
     if (vfc::os::CurrentUser(account)) return fromStd(account.home);
     return vString();
@@ -80,6 +97,10 @@ vString vpcUserHome() {
 
 vString vpcUserConfigDir() {
     vString dir;
+    if (vfc::os::kWindows) {
+        if (shellFolder(kCsidlAppData, dir) || nonEmptyEnv("APPDATA", dir)) return dir;
+        return vString();
+    }
     if (nonEmptyEnv("XDG_CONFIG_HOME", dir)) return dir;
     dir = vpcUserHome();
     if (!dir.isNull()) dir.append("/.config");
@@ -87,6 +108,10 @@ vString vpcUserConfigDir() {
 }
 
 vString vpcUserDocumentsDir() {
+    if (vfc::os::kWindows) {
+        vString dir;
+        return shellFolder(kCsidlPersonal, dir) ? dir : vString();
+    }
     vString home = vpcUserHome();
     vString config = vpcUserConfigDir();
     vString dir;
@@ -101,6 +126,13 @@ vString vpcUserDocumentsDir() {
 }
 
 bool vpcUserFolder(const vString& name, vString& path) {
+    if (vfc::os::kWindows) {
+        int csidl = name.fIsEqual("CSIDL_PERSONAL")  ? kCsidlPersonal
+                    : name.fIsEqual("CSIDL_APPDATA") ? kCsidlAppData
+                    : name.fIsEqual("CSIDL_WINDOWS") ? kCsidlWindows
+                                                     : 0;
+        return csidl && shellFolder(csidl, path);
+    }
     bool personal = name.fIsEqual("CSIDL_PERSONAL");
     if (!personal && !name.fIsEqual("CSIDL_APPDATA")) return false;
     // Asked afresh each time: a tool may change HOME or XDG_CONFIG_HOME while it runs.
@@ -122,14 +154,14 @@ void vpcPutEnv(const vString& name, const vString& value) {
 }
 
 char vpcPathListSeparator() {
-    return ':';
+    return vfc::os::kPathListSeparator;
 }
 
 void vpcGetPathList(vSlistvString& list) {
     list.fClearAndDestroy();
     vString path;
     if (!vpcGetEnv("PATH", path)) return;
-    const vRegExp& entry = vNotColonTemplate();
+    const vRegExp& entry = vfc::os::kWindows ? vNotSemicolonTemplate() : vNotColonTemplate();
     size_t extent = 0;
     size_t pos = 0;
     while ((pos = entry.index(path, &extent, pos)) != RW_NPOS && extent > 0) {
@@ -139,8 +171,8 @@ void vpcGetPathList(vSlistvString& list) {
 }
 
 void vpcSleep(const vInt& seconds) {
-    int s = seconds.value();
-    if (s > 0) std::this_thread::sleep_for(std::chrono::seconds(s));
+    for (int s = seconds.value(); s > 0; --s)
+        vfc::os::SleepMilliseconds(1000);
 }
 
 void vpcUserEnvExpand(vString& text) {

@@ -21,6 +21,19 @@
 #define VFC_API __attribute__((visibility("default")))
 #endif
 
+/// \def VFC_EXTERN_TEMPLATE
+/// Declares that the library compiles (and exports) an instantiation of a class template, so
+/// that its users do not compile it again: `VFC_EXTERN_TEMPLATE(vTypedList<A, B, 1>)`.
+///
+/// Users of the Windows DLL see no such declaration and instantiate what they use themselves:
+/// the compiler exports no inline member of an explicit instantiation from a DLL, so an importer
+/// that relied on the DLL for them would find them missing.
+#if defined(_WIN32) && !defined(VFC_STATIC) && !defined(vfc_EXPORTS)
+#define VFC_EXTERN_TEMPLATE(...)
+#else
+#define VFC_EXTERN_TEMPLATE(...) extern template class VFC_API __VA_ARGS__;
+#endif
+
 /// \def VFC_TEST_API
 /// Exports an internal function for the library's own tests only (a work counter, say). Nothing
 /// declared with it is part of the public interface: no public header declares it.

@@ -211,14 +211,14 @@ TEST(vHash, RoundTripsThroughBothStreamKinds) {
     auto path = std::filesystem::temp_directory_path() /
                 ("vfc_vhash_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()));
     {
-        RWFile f(path.c_str(), "wb");
+        RWFile f(path.string().c_str(), "wb");
         ASSERT_TRUE(f.isValid());
         h.recursiveSaveOn(f);
         ASSERT_TRUE(f.good());
     }
     auto size = std::filesystem::file_size(path);
     {
-        RWFile f(path.c_str(), "rb");
+        RWFile f(path.string().c_str(), "rb");
         vHash into;
         into.fInsert(vString("stale"), vInt(0));
         EXPECT_EQ(RWCollectable::recursiveRestoreFrom(f, &into), &into);
@@ -228,7 +228,7 @@ TEST(vHash, RoundTripsThroughBothStreamKinds) {
     // Cut short, the reader keeps the complete entries only, and they are right.
     std::filesystem::resize_file(path, size - 3);
     {
-        RWFile f(path.c_str(), "rb");
+        RWFile f(path.string().c_str(), "rb");
         vHash into;
         RWCollectable::recursiveRestoreFrom(f, &into);
         EXPECT_FALSE(f.good());

@@ -6,7 +6,7 @@
 #include "vfc/rw/RWSet.h"
 
 class vSet;
-extern template class VFC_API vpOwningHashed<vSet, RWSet, true>;
+VFC_EXTERN_TEMPLATE(vpOwningHashed<vSet, RWSet, true>)
 
 /// The library's hashed set of collectable objects, holding no two equal ones, which owns what it
 /// holds.

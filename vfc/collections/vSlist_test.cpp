@@ -269,12 +269,12 @@ TEST(vSlist, RoundTripsThroughPortableStreamsAndFiles) {
     auto path = std::filesystem::temp_directory_path() /
                 ("vfc_vslist_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()));
     {
-        RWFile f(path.c_str(), "wb");
+        RWFile f(path.string().c_str(), "wb");
         list.recursiveSaveOn(f);
         ASSERT_TRUE(f.good());
     }
     {
-        RWFile f(path.c_str(), "rb");
+        RWFile f(path.string().c_str(), "rb");
         std::unique_ptr<RWCollectable> fromFile(RWCollectable::recursiveRestoreFrom(f));
         ASSERT_NE(fromFile, nullptr);
         EXPECT_TRUE(f.good());

@@ -6,7 +6,7 @@
 #include "vfc/rw/RWHashTable.h"
 
 class vTable;
-extern template class VFC_API vpOwningHashed<vTable, RWHashTable, false>;
+VFC_EXTERN_TEMPLATE(vpOwningHashed<vTable, RWHashTable, false>)
 
 /// The library's hash table of collectable objects, where equal objects may be held more than once,
 /// which owns what it holds.

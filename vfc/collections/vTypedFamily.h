@@ -139,41 +139,40 @@
 #define VFC_TYPED_COMMA ,
 
 #define VFC_TYPED_LIST(name, element)                                             \
-    extern template class VFC_API vTypedList<name, element, vClassID::name>;      \
-    extern template class VFC_API vTypedListIterator<name, element>;              \
+    VFC_EXTERN_TEMPLATE(vTypedList<name, element, vClassID::name>)                \
+    VFC_EXTERN_TEMPLATE(vTypedListIterator<name, element>)                        \
     class VFC_API name final : public vTypedList<name, element, vClassID::name> { \
         VFC_TYPED_MEMBER_BODY(name)                                               \
     };                                                                            \
     VFC_TYPED_ITER_CLASS(name, vTypedListIterator<name VFC_TYPED_COMMA element>)
 
-#define VFC_TYPED_HASHED(name, element, coll)                                           \
-    extern template class VFC_API                                                       \
-        vpTypedHashed<name, element, vClassID::name, coll, coll##Iterator>;             \
-    extern template class VFC_API vpTypedHashedIterator<name, element, coll##Iterator>; \
-    class VFC_API name final                                                            \
-        : public vpTypedHashed<name, element, vClassID::name, coll, coll##Iterator> {   \
-        VFC_TYPED_MEMBER_BODY(name)                                                     \
-    };                                                                                  \
-    VFC_TYPED_ITER_CLASS(                                                               \
+#define VFC_TYPED_HASHED(name, element, coll)                                               \
+    VFC_EXTERN_TEMPLATE(vpTypedHashed<name, element, vClassID::name, coll, coll##Iterator>) \
+    VFC_EXTERN_TEMPLATE(vpTypedHashedIterator<name, element, coll##Iterator>)               \
+    class VFC_API name final                                                                \
+        : public vpTypedHashed<name, element, vClassID::name, coll, coll##Iterator> {       \
+        VFC_TYPED_MEMBER_BODY(name)                                                         \
+    };                                                                                      \
+    VFC_TYPED_ITER_CLASS(                                                                   \
         name, vpTypedHashedIterator<name VFC_TYPED_COMMA element VFC_TYPED_COMMA coll##Iterator>)
 
 #define VFC_TYPED_SET(name, element) VFC_TYPED_HASHED(name, element, vSet)
 #define VFC_TYPED_TABLE(name, element) VFC_TYPED_HASHED(name, element, vTable)
 
 #define VFC_TYPED_VECTOR(name, element)                                             \
-    extern template class VFC_API vTypedVector<name, element, vClassID::name>;      \
-    extern template class VFC_API vTypedVectorIterator<name, element>;              \
+    VFC_EXTERN_TEMPLATE(vTypedVector<name, element, vClassID::name>)                \
+    VFC_EXTERN_TEMPLATE(vTypedVectorIterator<name, element>)                        \
     class VFC_API name final : public vTypedVector<name, element, vClassID::name> { \
         VFC_TYPED_MEMBER_BODY(name)                                                 \
     };                                                                              \
     VFC_TYPED_ITER_CLASS(name, vTypedVectorIterator<name VFC_TYPED_COMMA element>)
 
-#define VFC_TYPED_HASH(name, key, value)                                             \
-    extern template class VFC_API vTypedHash<name, key, value, vClassID::name>;      \
-    extern template class VFC_API vTypedHashIterator<name, key, value>;              \
-    class VFC_API name : public vTypedHash<name, key, value, vClassID::name> {       \
-        VFC_TYPED_MEMBER_BODY(name)                                                  \
-    };                                                                               \
+#define VFC_TYPED_HASH(name, key, value)                                       \
+    VFC_EXTERN_TEMPLATE(vTypedHash<name, key, value, vClassID::name>)          \
+    VFC_EXTERN_TEMPLATE(vTypedHashIterator<name, key, value>)                  \
+    class VFC_API name : public vTypedHash<name, key, value, vClassID::name> { \
+        VFC_TYPED_MEMBER_BODY(name)                                            \
+    };                                                                         \
     VFC_TYPED_ITER_CLASS(name, vTypedHashIterator<name VFC_TYPED_COMMA key VFC_TYPED_COMMA value>)
 
 VFC_TYPED_FAMILY(VFC_TYPED_FORWARD_1, VFC_TYPED_FORWARD_1, VFC_TYPED_FORWARD_1, VFC_TYPED_FORWARD_1,

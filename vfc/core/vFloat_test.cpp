@@ -59,14 +59,14 @@ TEST(vFloat, PersistsOnVirtualStreamsOnly) {
     auto path = std::filesystem::temp_directory_path() /
                 ("vfc_vfloat_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()));
     {
-        RWFile f(path.c_str(), "wb");
+        RWFile f(path.string().c_str(), "wb");
         vFloat(v).saveGuts(f);
         EXPECT_EQ(f.CurOffset(), 0);
         vFloat(v).recursiveSaveOn(f);
         vFloat(v).recursiveSaveOn(f);
     }
     {
-        RWFile f(path.c_str(), "rb");
+        RWFile f(path.string().c_str(), "rb");
         vFloat target(5.0);
         EXPECT_EQ(RWCollectable::recursiveRestoreFrom(f, &target), &target);
         EXPECT_EQ(target.aValue(), 5.0);

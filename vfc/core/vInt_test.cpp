@@ -110,13 +110,13 @@ TEST(vInt, PersistsAsOneInteger) {
     auto path = std::filesystem::temp_directory_path() /
                 ("vfc_vint_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()));
     {
-        RWFile f(path.c_str(), "wb");
+        RWFile f(path.string().c_str(), "wb");
         vInt(INT_MIN).recursiveSaveOn(f);
         vInt(77).recursiveSaveOn(f);
         ASSERT_TRUE(f.good());
     }
     {
-        RWFile f(path.c_str(), "rb");
+        RWFile f(path.string().c_str(), "rb");
         vInt a, b;
         EXPECT_EQ(RWCollectable::recursiveRestoreFrom(f, &a), &a);
         EXPECT_EQ(RWCollectable::recursiveRestoreFrom(f, &b), &b);

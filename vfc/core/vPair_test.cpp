@@ -97,12 +97,12 @@ TEST(vPair, PersistsItsMemberListAsOneObject) {
     auto path = std::filesystem::temp_directory_path() /
                 ("vfc_vpair_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()));
     {
-        RWFile f(path.c_str(), "wb");
+        RWFile f(path.string().c_str(), "wb");
         p.recursiveSaveOn(f);
         vPair().recursiveSaveOn(f);
     }
     {
-        RWFile f(path.c_str(), "rb");
+        RWFile f(path.string().c_str(), "rb");
         std::unique_ptr<RWCollectable> a(RWCollectable::recursiveRestoreFrom(f));
         std::unique_ptr<RWCollectable> empty(RWCollectable::recursiveRestoreFrom(f));
         ASSERT_TRUE(a && empty);

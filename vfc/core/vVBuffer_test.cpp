@@ -56,11 +56,11 @@ TEST(vVBufferTest, PersistsSegmentsOnBothStreamKinds) {
 
     auto path = std::filesystem::temp_directory_path() / "vfc_vvbuffer_test.bin";
     {
-        RWFile f(path.c_str(), "wb");
+        RWFile f(path.string().c_str(), "wb");
         a.saveGuts(f);
     }
     {
-        RWFile f(path.c_str(), "rb");
+        RWFile f(path.string().c_str(), "rb");
         vVBuffer fromFile;
         fromFile.restoreGuts(f);
         EXPECT_TRUE(f.good());

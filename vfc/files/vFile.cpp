@@ -92,14 +92,18 @@ vString vFile::fExtension() const {
     size_t n = aPath.length();
     for (size_t i = n; i > 0; --i) {
         char c = begin[i - 1];
-        if (c == '/') break;
+        if (vfc::os::IsPathSeparator(c)) break;
         if (c == '.') return vString(begin + i, n - i);
     }
     return vString();
 }
 
 vString vFile::fDOSPath() const {
-    return aPath;
+    if (!vfc::os::kWindows) return aPath;
+    vString native = aPath;
+    for (size_t i = 0; i < native.length(); ++i)
+        if (native(i) == '/') native(i) = vfc::os::kNativeSeparator;
+    return native;
 }
 
 const char* vFile::sfFileTypeToConstChar(FileTypeEnum type) {

@@ -94,9 +94,11 @@ class VFC_API vFile : public RWCollectable {
     // The media-type name of a kind: "inode/fifo", "inode/socket", "inode/chardevice",
     // "inode/blockdevice", "inode/directory"; "" for a regular file, a missing one and eOther.
     static const char* sfKindToConstChar(KindEnum kind);
-    // The text after the last "." of the last name, "" when that name has none.
+    // The text after the last "." of the last name ("/", and on Windows "\", separate names),
+    // "" when that name has none.
     vString fExtension() const;
-    // The path as the host system writes it (on POSIX the path itself).
+    // The path as the host system writes it: on Windows with every "/" turned into "\" (the DOS
+    // form), on POSIX the path itself.
     vString fDOSPath() const;
 
     FileTypeEnum fType() const { return aType; }

@@ -10,7 +10,8 @@
 
 namespace os = vfc::os;
 
-static_assert(std::is_same<os::FileHandle, int>::value, "vFileMap keeps the host's file handle");
+static_assert(std::is_same<os::FileHandle, std::intptr_t>::value,
+              "vFileMap keeps the host's file handle");
 
 namespace {
 

@@ -1,6 +1,8 @@
 #ifndef VFC_FILES_VFILEMAP_H
 #define VFC_FILES_VFILEMAP_H
 
+#include <cstdint>
+
 #include "vfc/base/export.h"
 
 #if defined(__GNUC__)
@@ -94,10 +96,11 @@ class VFC_API vFileMap {
     char* cursor = nullptr;
     // True for a memory mapping with no file behind it.
     bool memoryOnly = false;
-    // The open file's handle of the host system (-1: none).
-    int file = -1;
-    // Whether a mapping exists. The host maps a file in one step, with no mapping object
-    // separate from the view, so a flag stands where another system keeps a mapping handle.
+    // The open file's handle of the host system, a descriptor or a HANDLE (-1: none).
+    std::intptr_t file = -1;
+    // Whether a view exists. The mapping object behind it (a Windows file mapping) is closed as
+    // soon as its view is made, since the view keeps it alive, so a flag stands where a mapping
+    // handle would be kept.
     bool mapping = false;
 };
 

@@ -11,10 +11,12 @@ namespace {
 
 using K = vComponentType;
 
-// A component in UNIX notation, the notation the host notation stands for here, so that the up
-// and current components the algebra makes compare equal to these.
+// The notation the host notation stands for (UNIX on POSIX, DOS on Windows): the up and current
+// components the algebra makes are of this notation, so the components here are too.
+constexpr auto kHost = static_cast<vPathType::TypeEnum>(vPathType::kHostMember);
+
 vPathComponent C(vComponentType::TypeEnum kind, const char* text = "") {
-    return vPathComponent(vPathType::eUNIX, kind, vString(text));
+    return vPathComponent(kHost, kind, vString(text));
 }
 vPathComponent N(const char* name) {
     return C(K::eName, name);
@@ -28,8 +30,8 @@ vPathComponentList L(std::initializer_list<vPathComponent> items, bool trailing 
     return list;
 }
 
-// Names as their text, the other kinds as <kind> or <kind:text>, a notation other than UNIX as
-// "@n", and " +/" when the trailing-separator flag is set.
+// Names as their text, the other kinds as <kind> or <kind:text>, a notation other than the
+// host's as "@n", and " +/" when the trailing-separator flag is set.
 std::string Show(const vPathComponentList& list) {
     static const char* const kKinds[] = {"scheme", "host", "root", "croot",  "drive",
                                          "name",   "up",   "cur",  "server", "share",
@@ -47,7 +49,7 @@ std::string Show(const vPathComponentList& list) {
             if (!text.empty()) out += ":" + text;
             out += ">";
         }
-        if (c.fPathType() != vPathType::eUNIX) out += "@" + std::to_string(c.fPathType());
+        if (c.fPathType() != kHost) out += "@" + std::to_string(c.fPathType());
     }
     if (list.fTrailingSeparator()) out += out.empty() ? "+/" : " +/";
     return out;
@@ -228,8 +230,8 @@ TEST(vPathAlgebra, MakeRelativeClimbsThenDescends) {
               Relative(abc, L({C(K::eRoot), N("a"), N("d")}), false));
     // Components match only with the same notation, kind and text.
     EXPECT_EQ(Relative(L({C(K::eRoot), N("a")}),
-                       L({C(K::eRoot), vPathComponent(vPathType::eDOS, K::eName, "a")})),
-              "<up> a@1");
+                       L({C(K::eRoot), vPathComponent(vPathType::eMac, K::eName, "a")})),
+              "<up> a@2");
     EXPECT_EQ(Relative(L({C(K::eRoot), N("a")}), L({C(K::eRoot), N("A")})), "<up> A");
 }
 

@@ -8,9 +8,8 @@
 
 class vPathComponentList;
 
-extern template class VFC_API
-    vTypedList<vPathComponentList, vPathComponent, vClassID::vPathComponentList>;
-extern template class VFC_API vTypedListIterator<vPathComponentList, vPathComponent>;
+VFC_EXTERN_TEMPLATE(vTypedList<vPathComponentList, vPathComponent, vClassID::vPathComponentList>)
+VFC_EXTERN_TEMPLATE(vTypedListIterator<vPathComponentList, vPathComponent>)
 
 /// The components of one path, first component first, as vcListComponents makes them and
 /// vcGeneratePath writes them, plus a flag that says the path was written with a separator at
@@ -59,8 +58,7 @@ class VFC_API vPathComponentList
 class VFC_API vPathComponentListIter final
     : public vTypedListIterator<vPathComponentList, vPathComponent> {
   public:
-    explicit vPathComponentListIter(const vPathComponentList& list)
-        : vTypedListIterator(list) {}
+    explicit vPathComponentListIter(const vPathComponentList& list) : vTypedListIterator(list) {}
 };
 
 #endif  // VFC_FILES_VPATHCOMPONENTLIST_H

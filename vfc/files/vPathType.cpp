@@ -1,5 +1,9 @@
 #include "vfc/files/vPathType.h"
 
+// The constants get their one definition here, so that a DLL exports them for importers that
+// take one by reference.
+constexpr int vPathType::kHostMember;
+
 void vPathType::sfTransPathType(TypeEnum in, TypeEnum& out, bool& flagged) {
     int value = static_cast<int>(in);
     flagged = false;

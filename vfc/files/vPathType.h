@@ -2,6 +2,7 @@
 #define VFC_FILES_VPATHTYPE_H
 
 #include "vfc/base/export.h"
+#include "vfc/os/platform.h"
 
 /// The path notations: a holder for the enumeration TypeEnum and the function that normalises
 /// a notation.
@@ -68,8 +69,8 @@ class VFC_API vPathType {
         ePortableUNIXFlagged
     };
 
-    // The member that stands for the host notation: DOS (1) on Windows, UNIX (3) here.
-    static constexpr int kHostMember = 3;
+    // The member that stands for the host notation: DOS (1) on Windows, UNIX (3) on POSIX.
+    static constexpr int kHostMember = vfc::os::kHostPathMember;
 
     // Normalises a notation: flagged is set for 20-39 and the 20 is taken off; then the host
     // member of each family becomes the family's kHostMember. A value outside 0-39 passes

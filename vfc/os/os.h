@@ -1,14 +1,19 @@
 // The library's one door to the operating system. Everything above vfc/os/ reaches files,
-// mappings and the process locale only through these functions, so a port replaces one
-// implementation file (posix/osPosix.cpp today) and nothing else. Nothing here is exported:
-// the functions serve the library's own classes.
+// mappings, processes, libraries and the machine's settings only through these functions; each
+// platform has one implementation file (posix/osPosix.cpp, win32/osWin32.cpp). Handles are
+// opaque pointer-sized integers, so no system header leaks out. Nothing here is exported: the
+// functions serve the library's own classes (the few marked VFC_TEST_API serve its tests too).
 #ifndef VFC_OS_OS_H
 #define VFC_OS_OS_H
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
+
+#include "vfc/base/export.h"
+#include "vfc/os/platform.h"
 
 namespace vfc {
 namespace os {
@@ -45,8 +50,8 @@ class UserLocaleScope {
 
 // ---- files and mappings ----------------------------------------------------------------------
 
-// A file handle: -1 is no file.
-using FileHandle = int;
+// A file handle (a descriptor, or a Windows HANDLE); kNoFile is none.
+using FileHandle = std::intptr_t;
 constexpr FileHandle kNoFile = -1;
 
 enum class OpenMode {
@@ -67,8 +72,9 @@ bool WriteAll(FileHandle file, const char* data, std::size_t n);
 // Maps length bytes of the file from its start, shared, read-only or read-write; null on failure.
 char* MapFile(FileHandle file, std::size_t length, bool readOnly);
 // Maps length bytes of zeroed memory with no file behind it. A non-empty name gives a named
-// shared-memory object (unlinked again at once, so it never outlives the process); an empty
-// or null name an anonymous mapping. Null on failure.
+// shared-memory object (on POSIX unlinked again at once, so it never outlives the process; on
+// Windows a named file mapping that lives as long as a view of it); an empty or null name an
+// anonymous mapping. Null on failure.
 char* MapMemory(const char* name, std::size_t length);
 void UnmapView(char* base, std::size_t length);
 
@@ -76,11 +82,16 @@ void UnmapView(char* base, std::size_t length);
 
 // The running executable's full path; false when the system cannot tell.
 bool ExecutablePath(std::string& path);
-// The operating system's name ("Linux") and the machine's architecture ("x86_64").
+// The operating system's name: uname's ("Linux") on POSIX; on Windows "win32s", "win95" or
+// "winnt" by the platform of the version information.
 std::string SystemName();
+// The machine's architecture ("x86_64").
 std::string MachineArchitecture();
 // The machine's network name as the system reports it.
 std::string HostName();
+// The system's default language as a Windows language identifier; false where the system has
+// none (POSIX, where the locale variables stand for it).
+bool SystemLanguageId(unsigned& langId);
 
 // An entry of the user database.
 struct UserAccount {
@@ -88,51 +99,92 @@ struct UserAccount {
     std::string home;
     std::string fullName;  // the first comma-separated field of the comment (GECOS) field
 };
-// The account of the effective user, or of the given login.
+// The account of the effective user, or of the given login. Windows has no user database to
+// ask for another user: there only the current user's own login is found.
 bool CurrentUser(UserAccount& account);
 bool LookUpUser(const char* login, UserAccount& account);
 
-// Sets an environment variable (copied by the system); false on failure.
-bool SetEnv(const char* name, const char* value);
+// Every value of the registry key under HKEY_LOCAL_MACHINE, as name and text (numbers in
+// decimal); false when the key cannot be opened, and always on POSIX.
+bool RegistryValues(const char* key, std::vector<std::pair<std::string, std::string>>& values);
 
-// Installs handler for the console's interrupt, quit and hang-up signals (SIGINT, SIGQUIT,
-// SIGHUP); interrupted system calls restart. The handler must be async-signal-safe.
-void InstallAbortHandler(void (*handler)(int));
+// The shell folder with the CSIDL number (5 documents, 26 roaming application data, 36 the
+// Windows directory) through SHGetFolderPathA, loaded from "SHFolder.dll" on first use and
+// kept; false when the library or its entry is missing or the lookup fails, and always on
+// POSIX.
+bool ShellFolderPath(int csidl, std::string& path);
+
+// The text of string resource id of the library's own module, cut to size - 1 bytes and
+// terminated; false when there is none (and always on POSIX, where the library compiles its
+// texts in).
+bool LoadStringResource(unsigned id, char* buffer, std::size_t size);
+
+// Sets an environment variable; false on failure. On Windows through _putenv with a copy that
+// is never freed (the runtime keeps pointing at it), so an empty value removes the variable.
+// Exported for the library's tests, which set and restore variables on both platforms.
+VFC_TEST_API bool SetEnv(const char* name, const char* value);
+// Removes an environment variable; false on failure.
+VFC_TEST_API bool UnsetEnv(const char* name);
+
+// The console events an abort handler hears: Ctrl-C (SIGINT), Ctrl-Break (SIGQUIT) and the
+// console closing (SIGHUP) as 0, 1 and 2; others (log-off, shut-down) as eOther.
+enum class ConsoleEvent { eInterrupt = 0, eBreak = 1, eClose = 2, eOther = 3 };
+// Returns true when it handled the event; false lets the default action follow (the process
+// ends). It runs in a signal handler on POSIX and on a thread of the system on Windows, so it
+// may only do async-signal-safe work.
+using AbortHandler = bool (*)(ConsoleEvent event);
+// Installs handler for the console's events (sigaction with restarting system calls on POSIX,
+// SetConsoleCtrlHandler on Windows). Installing it again changes nothing.
+void InstallAbortHandler(AbortHandler handler);
 
 // ---- child processes ----------------------------------------------------------------------
+
+// A child process (its pid on POSIX, its process HANDLE on Windows); kNoChild is none.
+using ChildProcess = std::intptr_t;
+constexpr ChildProcess kNoChild = 0;
+// One end of a pipe (a descriptor or a HANDLE); kNoPipe is none.
+using PipeEnd = std::intptr_t;
+constexpr PipeEnd kNoPipe = -1;
 
 // Why a child could not be started.
 enum class SpawnError { eNone, eNotFound, eNoResources, eOther };
 
-// Starts argv[0] (searched in PATH when it holds no "/") with argv as its arguments, in this
-// process's environment and directory, without a shell. Its standard input reads /dev/null;
-// with outputFd >= 0 its standard output and standard error both go to outputFd, otherwise it
-// keeps this process's. It inherits no other descriptor. On success pid is the child's id.
-SpawnError Spawn(const std::vector<std::string>& argv, int outputFd, int& pid);
+// Starts a child in this process's environment and directory, without a shell, with no
+// console of its own, and its standard input on the null device; with output other than
+// kNoPipe its standard output and standard error both go to output, otherwise it keeps this
+// process's. It inherits nothing else. POSIX runs argv[0] (searched in PATH when it holds no
+// "/") with argv; Windows hands commandLine unchanged to CreateProcessA, which finds the
+// program its own way. On success child is the child and processId its process id.
+SpawnError Spawn(const std::string& commandLine, const std::vector<std::string>& argv,
+                 PipeEnd output, ChildProcess& child, long& processId);
 
-// The exit code of a child (128 + N for a child ended by signal N); kStillRunning when it has
-// not ended (wait false) and -1 when pid is no child of this process. wait true blocks until the
-// child ends. A child whose code was read is gone (reaped).
+// The exit code of a child (on POSIX 128 + N for one ended by signal N); kStillRunning when it
+// has not ended (wait false) and -1 when child is no child of this process. wait true blocks
+// until the child ends. A child whose code was read is gone (reaped, its handle closed).
 constexpr int kStillRunning = 259;
-int ChildExitCode(int pid, bool wait);
+int ChildExitCode(ChildProcess child, bool wait);
 // The same, waiting at most timeoutMs for the child to end (kStillRunning after that).
-int ChildExitCodeWithin(int pid, unsigned timeoutMs);
+int ChildExitCodeWithin(ChildProcess child, unsigned timeoutMs);
 
-// A pipe whose ends are closed on exec; false on failure.
-bool MakePipe(int& readEnd, int& writeEnd);
-// Reads up to n bytes, retrying interrupted reads: the count read, 0 at the end, -1 on error.
-long ReadSome(int fd, char* buffer, std::size_t n);
-void CloseDescriptor(int fd);
-// True when path names a regular file this process may execute.
-bool IsExecutableFile(const char* path);
-// Sleeps for ms milliseconds, or us microseconds.
+// A pipe neither of whose ends a child inherits unless Spawn hands it over; false on failure.
+bool MakePipe(PipeEnd& readEnd, PipeEnd& writeEnd);
+// Reads up to n bytes, retrying interrupted reads: the count read, 0 at the end (every
+// writer gone: EOF, or ERROR_BROKEN_PIPE on Windows), -1 on another error.
+long ReadSome(PipeEnd end, char* buffer, std::size_t n);
+void ClosePipe(PipeEnd end);
+// The executable file that path names: path itself when it is an executable regular file;
+// on Windows, when path has no extension, also path with each extension of PATHEXT
+// (".COM;.EXE;.BAT;.CMD" when unset). False when there is none.
+bool FindExecutableFile(const std::string& path, std::string& found);
+// Sleeps for ms milliseconds, or us microseconds (Sleep on Windows, whole milliseconds).
 void SleepMilliseconds(unsigned ms);
 void SleepMicroseconds(unsigned us);
 
 // ---- dynamic libraries --------------------------------------------------------------------------
 
-// Loads a shared library (all symbols resolved now); null on failure. Never unloaded.
-void* LoadLibrary(const char* path);
+// Loads a shared library (dlopen with every symbol resolved now; LoadLibraryA); null on
+// failure. Never unloaded.
+void* OpenLibrary(const char* path);
 // The address of an exported symbol, or null.
 void* FindSymbol(void* library, const char* name);
 

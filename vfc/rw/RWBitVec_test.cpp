@@ -86,12 +86,12 @@ TEST(RWBitVec, RoundTripsAndRejectsAWrongLength) {
     v.setBit(76);
     v.setBit(3);
     {
-        RWFile f(path.c_str(), "wb");
+        RWFile f(path.string().c_str(), "wb");
         v.saveOn(f);
         EXPECT_TRUE(f.good());
     }
     {
-        RWFile f(path.c_str(), "rb");
+        RWFile f(path.string().c_str(), "rb");
         RWBitVec back;
         back.restoreFrom(f);
         EXPECT_TRUE(f.good());

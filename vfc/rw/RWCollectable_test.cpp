@@ -195,7 +195,7 @@ TEST(RWCollectableTest, BinaryFileForm) {
     Holder h;
     h.items = {&a, nullptr, &a};
     {
-        RWFile f(path.c_str(), "wb");
+        RWFile f(path.string().c_str(), "wb");
         ASSERT_TRUE(f.isValid());
         h.recursiveSaveOn(f);
         f.Write(-2);
@@ -203,7 +203,7 @@ TEST(RWCollectableTest, BinaryFileForm) {
         ASSERT_TRUE(f.good());
     }
     {
-        RWFile f(path.c_str(), "rb");
+        RWFile f(path.string().c_str(), "rb");
         std::unique_ptr<RWCollectable> back(RWCollectable::recursiveRestoreFrom(f));
         auto* restored = dynamic_cast<Holder*>(back.get());
         ASSERT_NE(restored, nullptr);
@@ -222,10 +222,10 @@ TEST(RWCollectableTest, BinaryFileForm) {
     }
     // Exact bytes: tag, identifier and counts little-endian; a string as length and bytes.
     {
-        RWFile f(path.c_str(), "wb");
+        RWFile f(path.string().c_str(), "wb");
         vString("hi").recursiveSaveOn(f);
     }
-    std::FILE* raw = std::fopen(path.c_str(), "rb");
+    std::FILE* raw = std::fopen(path.string().c_str(), "rb");
     unsigned char bytes[16] = {};
     size_t n = std::fread(bytes, 1, sizeof bytes, raw);
     std::fclose(raw);
@@ -235,13 +235,13 @@ TEST(RWCollectableTest, BinaryFileForm) {
 
     // A length beyond the end of the file is refused before anything is allocated.
     {
-        RWFile f(path.c_str(), "wb");
+        RWFile f(path.string().c_str(), "wb");
         f.Write(':');
         f.Write(static_cast<unsigned short>(263));
         f.Write(0x7FFFFFFFu);
     }
     {
-        RWFile f(path.c_str(), "rb");
+        RWFile f(path.string().c_str(), "rb");
         EXPECT_EQ(RWCollectable::recursiveRestoreFrom(f), nullptr);
         EXPECT_FALSE(f.good());
     }

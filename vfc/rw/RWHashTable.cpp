@@ -2,6 +2,10 @@
 
 #include <utility>
 
+// The constants get their one definition here, so that a DLL exports them for importers that
+// take one by reference.
+constexpr size_t RWHashTable::kNone;
+
 namespace {
 
 // The index is kept at most three quarters full; linear probing stays short at that load because

@@ -1,5 +1,9 @@
 #include "vfc/rw/RWHashTableIterator.h"
 
+// The constants get their one definition here, so that a DLL exports them for importers that
+// take one by reference.
+constexpr size_t RWHashTableIterator::kNone;
+
 RWHashTableIterator::~RWHashTableIterator() = default;
 
 RWCollectable* RWHashTableIterator::operator()() {

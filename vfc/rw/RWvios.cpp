@@ -4,6 +4,15 @@
 #include "vfc/rw/RWvostream.h"
 #include "vfc/rw/internal/StoreTable.h"
 
+// The constants get their one definition here, so that a DLL exports them for importers that
+// take one by reference.
+constexpr size_t RWvistream::kMaxCount;
+constexpr int RWvistream::kMaxDepth;
+constexpr unsigned long long RWvistream::kObjectAllowance;
+constexpr unsigned long long RWvistream::kObjectsPerByteRead;
+constexpr unsigned long long RWvistream::kCopyAllowance;
+constexpr unsigned long long RWvistream::kCopiedBytesPerByteRead;
+
 RWvios::~RWvios() = default;
 
 RWvostream::RWvostream() = default;

@@ -31,7 +31,7 @@ vLibrary::~vLibrary() = default;  // never unloads: see the header
 
 bool vLibrary::fConstruct() {
     const vString path = aFile.fDOSPath();
-    void* module = vfc::os::LoadLibrary(path.data());
+    void* module = vfc::os::OpenLibrary(path.data());
     if (!module) return false;
     aModule = module;
     aLoadedPath = path;

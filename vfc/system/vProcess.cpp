@@ -12,6 +12,10 @@
 #include "vfc/os/os.h"
 #include "vfc/text/vOfstream.h"
 
+// The constants get their one definition here, so that a DLL exports them for importers that
+// take one by reference.
+constexpr int vProcess::kStillActive;
+
 namespace {
 
 // Bytes asked for per read of a captured child's output.
@@ -27,12 +31,12 @@ constexpr unsigned kExitGraceMs = 20;
 // the start of every run and when a vProcess goes, so that ended children do not linger.
 class ChildRegistry {
   public:
-    void fAdd(int pid) {
+    void fAdd(vfc::os::ChildProcess pid) {
         std::lock_guard<std::mutex> lock(aMutex);
         aPids.push_back(pid);
     }
     // Forgets pid (someone is about to wait for it).
-    void fRemove(int pid) {
+    void fRemove(vfc::os::ChildProcess pid) {
         std::lock_guard<std::mutex> lock(aMutex);
         for (std::size_t i = 0; i < aPids.size(); ++i) {
             if (aPids[i] == pid) {
@@ -45,7 +49,7 @@ class ChildRegistry {
     void fReapEnded() {
         std::lock_guard<std::mutex> lock(aMutex);
         std::size_t kept = 0;
-        for (int pid : aPids) {
+        for (vfc::os::ChildProcess pid : aPids) {
             if (vfc::os::ChildExitCode(pid, false) == vfc::os::kStillRunning) aPids[kept++] = pid;
         }
         aPids.resize(kept);
@@ -53,7 +57,7 @@ class ChildRegistry {
 
   private:
     std::mutex aMutex;
-    std::vector<int> aPids;
+    std::vector<vfc::os::ChildProcess> aPids;
 };
 
 // Made on first use and never freed: children may still be reaped from static destructors.
@@ -111,17 +115,18 @@ bool vProcess::fExecute(const vString& commandLine, bool wait, bool /*unused*/) 
     std::vector<std::string> argv;
     if (!SplitCommand(commandLine, argv, mError)) return false;
 
-    int pid = 0;
-    vfc::os::SpawnError e = vfc::os::Spawn(argv, -1, pid);
+    vfc::os::ChildProcess child = vfc::os::kNoChild;
+    long processId = 0;
+    vfc::os::SpawnError e = vfc::os::Spawn(std::string(commandLine.data(), commandLine.length()),
+                                           argv, vfc::os::kNoPipe, child, processId);
     if (e != vfc::os::SpawnError::eNone) {
         StartFailure(e, commandLine, mError);
         return false;
     }
     if (wait) {
-        mExitCode = static_cast<int>(
-            sfWaitForTermination(reinterpret_cast<void*>(static_cast<std::intptr_t>(pid))));
+        mExitCode = static_cast<int>(sfWaitForTermination(reinterpret_cast<void*>(child)));
     } else {
-        Registry().fAdd(pid);
+        Registry().fAdd(child);
     }
     return true;
 }
@@ -140,23 +145,25 @@ bool vProcess::fReadPipe_i(const vString& commandLine, vString* text, vOfstream*
     std::vector<std::string> argv;
     if (!SplitCommand(commandLine, argv, mError)) return false;
 
-    int readEnd = -1;
-    int writeEnd = -1;
+    vfc::os::PipeEnd readEnd = vfc::os::kNoPipe;
+    vfc::os::PipeEnd writeEnd = vfc::os::kNoPipe;
     if (!vfc::os::MakePipe(readEnd, writeEnd)) {
         StartFailure(vfc::os::SpawnError::eNoResources, commandLine, mError);
         return false;
     }
-    int pid = 0;
-    vfc::os::SpawnError e = vfc::os::Spawn(argv, writeEnd, pid);
+    vfc::os::ChildProcess child = vfc::os::kNoChild;
+    long processId = 0;
+    vfc::os::SpawnError e = vfc::os::Spawn(std::string(commandLine.data(), commandLine.length()),
+                                           argv, writeEnd, child, processId);
     // Only the child keeps a write end, so the pipe ends when the child's output does.
-    vfc::os::CloseDescriptor(writeEnd);
+    vfc::os::ClosePipe(writeEnd);
     if (e != vfc::os::SpawnError::eNone) {
-        vfc::os::CloseDescriptor(readEnd);
+        vfc::os::ClosePipe(readEnd);
         StartFailure(e, commandLine, mError);
         return false;
     }
-    mProcessId = pid;
-    if (mStartCallback) mStartCallback(pid, mStartData);
+    mProcessId = static_cast<int>(processId);
+    if (mStartCallback) mStartCallback(mProcessId, mStartData);
 
     // Read until the end of the data. Interrupted reads are retried below this level; any
     // other read error cannot go away by trying again on a pipe, so it ends the output too.
@@ -170,12 +177,12 @@ bool vProcess::fReadPipe_i(const vString& commandLine, vString* text, vOfstream*
             WriteCaptured(*file, buffer, static_cast<std::size_t>(n));
         }
     }
-    vfc::os::CloseDescriptor(readEnd);
+    vfc::os::ClosePipe(readEnd);
 
-    int code = vfc::os::ChildExitCodeWithin(pid, kExitGraceMs);
+    int code = vfc::os::ChildExitCodeWithin(child, kExitGraceMs);
     if (code == vfc::os::kStillRunning) {
         mExitCode = kStillActive;
-        Registry().fAdd(pid);
+        Registry().fAdd(child);
     } else if (code >= 0) {
         mExitCode = code;
     }
@@ -183,7 +190,7 @@ bool vProcess::fReadPipe_i(const vString& commandLine, vString* text, vOfstream*
 }
 
 unsigned long vProcess::sfWaitForTermination(void* processHandle) {
-    int pid = static_cast<int>(reinterpret_cast<std::intptr_t>(processHandle));
+    auto pid = reinterpret_cast<vfc::os::ChildProcess>(processHandle);
     // Whoever waits owns the child now; the registry must not reap it in between.
     Registry().fRemove(pid);
     int code = vfc::os::ChildExitCode(pid, false);
@@ -197,20 +204,22 @@ unsigned long vProcess::sfWaitForTermination(void* processHandle) {
 
 bool vProcess::IsExecutable(const vString& name, vFile& found) {
     if (name.isNull()) return false;
-    if (name.index("/") != RW_NPOS) {
-        if (!vfc::os::IsExecutableFile(name.data())) return false;
-        found = vFile(name);
+    std::string file;
+    const std::string given(name.data(), name.length());
+    if (given.find_first_of(vfc::os::kPathSeparators) != std::string::npos) {
+        if (!vfc::os::FindExecutableFile(given, file)) return false;
+        found = vFile(vString(file.data(), file.size()));
         return true;
     }
     vSlistvString path;
     vpcGetPathList(path);
     vSlistvStringIter it(path);
     while (it.fAdvance()) {
-        vString candidate = it.aKey();
-        if (candidate(candidate.length() - 1) != '/') candidate.append("/");
-        candidate.append(name.data(), name.length());
-        if (vfc::os::IsExecutableFile(candidate.data())) {
-            found = vFile(candidate);
+        std::string candidate(it.aKey().data(), it.aKey().length());
+        if (!vfc::os::IsPathSeparator(candidate.back())) candidate += vfc::os::kNativeSeparator;
+        candidate += given;
+        if (vfc::os::FindExecutableFile(candidate, file)) {
+            found = vFile(vString(file.data(), file.size()));
             return true;
         }
     }

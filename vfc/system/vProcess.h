@@ -11,10 +11,12 @@ class vOfstream;
 /// Runs another program from a command line, without a shell.
 ///
 /// The line is cut into words by the command-line tokenizer (double quotes group; see
-/// vArgList::fParseStringIntoSlist) and the first word is the program, searched in PATH. A child
-/// runs detached (optionally waited for) or with its standard output and standard error
-/// captured through one pipe into a vString or a vOfstream. The child's standard input reads
-/// /dev/null and it inherits no descriptor but its standard streams.
+/// vArgList::fParseStringIntoSlist); a line without a word starts nothing. On POSIX the first
+/// word is the program, searched in PATH, and the words are its arguments; on Windows the whole
+/// line goes unchanged to CreateProcessA, which finds the program its own way. A child runs
+/// detached, without a console (optionally waited for), or with its standard output and
+/// standard error captured through one pipe into a vString or a vOfstream. A captured child's
+/// standard input reads the null device and it inherits nothing but its standard streams.
 ///
 /// \code
 /// vProcess p;
@@ -58,11 +60,13 @@ class VFC_API vProcess {
     // Both captures: text takes precedence over file when both are given.
     bool fReadPipe_i(const vString& commandLine, vString* text, vOfstream* file);
 
-    // Waits for the process (its id, as a pointer-sized value) to end and returns its exit code;
-    // (unsigned long)-1 when the id is not that of an unreaped child of this process.
+    // Waits for the process (its id on POSIX, its process handle on Windows, as a pointer-sized
+    // value) to end and returns its exit code; (unsigned long)-1 when it is not an unreaped
+    // child of this process.
     static unsigned long sfWaitForTermination(void* processHandle);
     // Whether name can be started: a path to an executable file, or a name found in PATH;
-    // found receives the file.
+    // found receives the file. On Windows a name without an extension is tried with each
+    // extension of PATHEXT.
     static bool IsExecutable(const vString& name, vFile& found);
 
     // The child's process id (0 until a captured child was started).

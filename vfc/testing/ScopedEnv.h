@@ -1,10 +1,12 @@
 // For tests that change the environment: sets (null: unsets) one variable for a scope and puts
-// back what was there before.
+// back what was there before. On Windows an empty value unsets the variable too (_putenv).
 #ifndef VFC_TESTING_SCOPEDENV_H
 #define VFC_TESTING_SCOPEDENV_H
 
 #include <cstdlib>
 #include <string>
+
+#include "vfc/os/os.h"
 
 namespace vfc {
 namespace testing {
@@ -21,7 +23,7 @@ class ScopedEnv {
 
     // Sets the variable anew (null: unsets it) within the scope.
     void set(const char* v) const {
-        v ? ::setenv(aName.c_str(), v, 1) : ::unsetenv(aName.c_str());
+        v ? vfc::os::SetEnv(aName.c_str(), v) : vfc::os::UnsetEnv(aName.c_str());
     }
 
   private:

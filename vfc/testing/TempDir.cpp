@@ -1,19 +1,35 @@
 #include "vfc/testing/TempDir.h"
 
+#include "vfc/os/platform.h"
+
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <vector>
+#include <random>
 
 namespace vfc {
 namespace testing {
 
+// Named with forward slashes on every platform ("C:/users/.../Temp/vfc-test-1a2b3c4d" on
+// Windows), so that tests can build paths by appending "/" and a name.
 TempDir::TempDir() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "vfc-test-XXXXXX").string();
-    std::vector<char> name(pattern.begin(), pattern.end());
-    name.push_back('\0');
-    if (::mkdtemp(name.data())) aPath = name.data();
+    std::error_code error;
+    const std::filesystem::path base = std::filesystem::temp_directory_path(error);
+    if (error) return;
+    std::random_device seed;
+    std::mt19937_64 random(seed());
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        char name[32];
+        std::snprintf(name, sizeof name, "vfc-test-%08llx",
+                      static_cast<unsigned long long>(random() & 0xffffffffu));
+        const std::filesystem::path candidate = base / name;
+        if (std::filesystem::create_directory(candidate, error)) {
+            aPath = candidate.generic_string();
+            return;
+        }
+    }
 }
 
 TempDir::~TempDir() {
@@ -29,6 +45,8 @@ std::string TempDir::write(const std::string& name, const std::string& bytes) co
 }
 
 std::string TempDir::makeFifo(const std::string& name) const {
+    // Windows has no FIFOs in its file system.
+    if (vfc::os::kWindows) return std::string();
     std::string p = file(name);
     std::string command = "mkfifo '" + p + "' 2>/dev/null";
     return std::system(command.c_str()) == 0 ? p : std::string();

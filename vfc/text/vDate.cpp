@@ -7,6 +7,12 @@
 #include "vfc/rw/RWvostream.h"
 #include "vfc/text/vTime.h"
 
+// The constants get their one definition here, so that a DLL exports them for importers that
+// take one by reference.
+constexpr int vDate::kFirstDay;
+constexpr int vDate::kLastDay;
+constexpr int vDate::kInvalidDay;
+
 RW_DEFINE_COLLECTABLE(vDate, vClassID::vDate)
 
 // The calendar arithmetic counts in 400-year eras of 146097 days, each starting on the 1st of

@@ -10,6 +10,12 @@
 #include "vfc/rw/RWvistream.h"
 #include "vfc/rw/RWvostream.h"
 
+// The constants get their one definition here, so that a DLL exports them for importers that
+// take one by reference.
+constexpr long long vTime::kFirstSecond;
+constexpr long long vTime::kLastSecond;
+constexpr long long vTime::kInvalidSecond;
+
 RW_DEFINE_COLLECTABLE(vTime, vClassID::vTime)
 
 namespace {

@@ -17,19 +17,21 @@ vApp* vpcCurrentApp();
 VFC_API vString vpcCalcProductDir();
 
 // The user's home: $HOME when set and not empty, else the home of the effective user's
-// password entry; empty when neither is known.
+// password entry; on Windows HOMEDRIVE followed by HOMEPATH, else the profile folder. Empty
+// when none is known.
 VFC_API vString vpcUserHome();
 // The user's configuration folder: $XDG_CONFIG_HOME when set and not empty, else the home
-// followed by "/.config"; empty without a home.
+// followed by "/.config"; empty without a home. On Windows the roaming application-data folder
+// (CSIDL_APPDATA, else $APPDATA).
 VFC_API vString vpcUserConfigDir();
 // The user's documents folder: the XDG_DOCUMENTS_DIR entry of "user-dirs.dirs" in the
 // configuration folder (with a leading "$HOME" replaced by the home), else the home followed
-// by "/Documents"; empty without a home.
+// by "/Documents"; empty without a home. On Windows the shell's CSIDL_PERSONAL folder.
 VFC_API vString vpcUserDocumentsDir();
 
 // The folder that a folder name of vpcUserEnvExpand stands for: CSIDL_PERSONAL the documents
 // folder, CSIDL_APPDATA the configuration folder; false for CSIDL_WINDOWS, any other name and
-// an empty folder. Each call reads the environment and the user-dirs file again, so a change
+// an empty folder. On Windows the three names are asked of SHGetFolderPathA (5, 26, 36). Each call reads the environment and the user-dirs file again, so a change
 // of HOME or XDG_CONFIG_HOME takes effect at once.
 VFC_API bool vpcUserFolder(const vString& name, vString& path);
 
@@ -38,5 +40,11 @@ VFC_API bool vpcUserFolder(const vString& name, vString& path);
 // "de", "en", "fr", "ja", "ko" for those languages, "en" for "C", "POSIX" or none set, and
 // "unknown" for anything else. Codeset and modifier ("de_DE.UTF-8@euro") are ignored.
 VFC_API vString vpcLanguageFromLocale(const char* lcAll, const char* lcMessages, const char* lang);
+
+// machineLanguage from a Windows language identifier (its primary language in the low ten
+// bits, the sub-language above): Chinese gives "zh_TW" with sub-language 1 (Traditional) and
+// "zh" otherwise; German, English, French, Japanese and Korean give "de", "en", "fr", "ja",
+// "ko"; any other language "unknown".
+VFC_API vString vpcLanguageFromLangId(unsigned langId);
 
 #endif  // VFC_APP_INTERNAL_VPAPPENVIRONMENT_H

@@ -12,11 +12,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <csignal>
 #include <ctime>
 
 #include <cerrno>
 #include <climits>
-#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -49,19 +50,6 @@ NodeKind KindOfPath(const char* path) {
     return NodeKind::eOther;
 }
 
-UserLocaleScope::UserLocaleScope() {
-    const char* current = std::setlocale(LC_CTYPE, nullptr);
-    if (current && std::strlen(current) < sizeof aSaved) {
-        std::strcpy(aSaved, current);
-        aRestore = true;
-    }
-    std::setlocale(LC_CTYPE, "");
-}
-
-UserLocaleScope::~UserLocaleScope() {
-    if (aRestore) std::setlocale(LC_CTYPE, aSaved);
-}
-
 FileHandle OpenFile(const char* path, OpenMode mode) {
     if (!path || !*path) return kNoFile;
     int flags = O_CLOEXEC;
@@ -74,16 +62,16 @@ FileHandle OpenFile(const char* path, OpenMode mode) {
     do {
         fd = ::open(path, flags, 0666);
     } while (fd < 0 && errno == EINTR);
-    return fd < 0 ? kNoFile : fd;
+    return fd < 0 ? kNoFile : static_cast<FileHandle>(fd);
 }
 
 void CloseFile(FileHandle file) {
-    if (file != kNoFile) ::close(file);
+    if (file != kNoFile) ::close(static_cast<int>(file));
 }
 
 bool FileSize(FileHandle file, std::uint64_t& size) {
     struct stat st;
-    if (file == kNoFile || ::fstat(file, &st) != 0) return false;
+    if (file == kNoFile || ::fstat(static_cast<int>(file), &st) != 0) return false;
     size = static_cast<std::uint64_t>(st.st_size);
     return true;
 }
@@ -92,7 +80,7 @@ bool SetFileLength(FileHandle file, std::uint64_t length) {
     if (file == kNoFile) return false;
     int rc;
     do {
-        rc = ::ftruncate(file, static_cast<off_t>(length));
+        rc = ::ftruncate(static_cast<int>(file), static_cast<off_t>(length));
     } while (rc != 0 && errno == EINTR);
     return rc == 0;
 }
@@ -100,7 +88,7 @@ bool SetFileLength(FileHandle file, std::uint64_t length) {
 bool WriteAll(FileHandle file, const char* data, std::size_t n) {
     if (file == kNoFile) return false;
     while (n > 0) {
-        ssize_t w = ::write(file, data, n);
+        ssize_t w = ::write(static_cast<int>(file), data, n);
         if (w < 0) {
             if (errno == EINTR) continue;
             return false;
@@ -114,7 +102,7 @@ bool WriteAll(FileHandle file, const char* data, std::size_t n) {
 char* MapFile(FileHandle file, std::size_t length, bool readOnly) {
     if (file == kNoFile || length == 0) return nullptr;
     int prot = readOnly ? PROT_READ : PROT_READ | PROT_WRITE;
-    void* p = ::mmap(nullptr, length, prot, MAP_SHARED, file, 0);
+    void* p = ::mmap(nullptr, length, prot, MAP_SHARED, static_cast<int>(file), 0);
     return p == MAP_FAILED ? nullptr : static_cast<char*>(p);
 }
 
@@ -171,6 +159,10 @@ std::string HostName() {
     return buf;
 }
 
+bool SystemLanguageId(unsigned&) {
+    return false;
+}
+
 namespace {
 
 bool fromEntry(const struct passwd* pw, UserAccount& account) {
@@ -222,17 +214,59 @@ bool SetEnv(const char* name, const char* value) {
     return name && *name && !std::strchr(name, '=') && ::setenv(name, value ? value : "", 1) == 0;
 }
 
-void InstallAbortHandler(void (*handler)(int)) {
+bool RegistryValues(const char*, std::vector<std::pair<std::string, std::string>>&) {
+    return false;
+}
+
+bool ShellFolderPath(int, std::string&) {
+    return false;
+}
+
+bool LoadStringResource(unsigned, char*, std::size_t) {
+    return false;
+}
+
+namespace {
+
+std::atomic<AbortHandler> gAbortHandler{nullptr};
+
+// SIGINT, SIGQUIT and SIGHUP stand for the console's Ctrl-C, Ctrl-Break and close. A signal
+// the handler does not take gets its default action again and is raised anew (delivered once
+// this returns), so the process still stops.
+void onConsoleSignal(int signal) {
+    int savedErrno = errno;
+    ConsoleEvent event = signal == SIGINT    ? ConsoleEvent::eInterrupt
+                         : signal == SIGQUIT ? ConsoleEvent::eBreak
+                         : signal == SIGHUP  ? ConsoleEvent::eClose
+                                             : ConsoleEvent::eOther;
+    AbortHandler handler = gAbortHandler.load();
+    if (!handler || !handler(event)) {
+        std::signal(signal, SIG_DFL);
+        std::raise(signal);
+    }
+    errno = savedErrno;
+}
+
+}  // namespace
+
+bool UnsetEnv(const char* name) {
+    return name && *name && !std::strchr(name, '=') && ::unsetenv(name) == 0;
+}
+
+void InstallAbortHandler(AbortHandler handler) {
+    gAbortHandler.store(handler);
     struct sigaction action;
     std::memset(&action, 0, sizeof action);
-    action.sa_handler = handler;
+    action.sa_handler = onConsoleSignal;
     sigemptyset(&action.sa_mask);
     action.sa_flags = SA_RESTART;
     for (int signal : {SIGINT, SIGQUIT, SIGHUP})
         ::sigaction(signal, &action, nullptr);
 }
 
-SpawnError Spawn(const std::vector<std::string>& argv, int outputFd, int& pid) {
+SpawnError Spawn(const std::string&, const std::vector<std::string>& argv, PipeEnd output,
+                 ChildProcess& child, long& processId) {
+    const int outputFd = output == kNoPipe ? -1 : static_cast<int>(output);
     if (argv.empty() || argv[0].empty()) return SpawnError::eNotFound;
     std::vector<char*> args;
     for (const std::string& a : argv)
@@ -249,11 +283,12 @@ SpawnError Spawn(const std::vector<std::string>& argv, int outputFd, int& pid) {
     // Descriptors this process opened without close-on-exec (standard file streams do) must
     // not reach the child either.
     if (rc == 0) rc = posix_spawn_file_actions_addclosefrom_np(&actions, 3);
-    pid_t child = 0;
-    if (rc == 0) rc = ::posix_spawnp(&child, args[0], &actions, nullptr, args.data(), environ);
+    pid_t pid = 0;
+    if (rc == 0) rc = ::posix_spawnp(&pid, args[0], &actions, nullptr, args.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     if (rc == 0) {
-        pid = static_cast<int>(child);
+        child = static_cast<ChildProcess>(pid);
+        processId = static_cast<long>(pid);
         return SpawnError::eNone;
     }
     switch (rc) {
@@ -265,12 +300,13 @@ SpawnError Spawn(const std::vector<std::string>& argv, int outputFd, int& pid) {
     }
 }
 
-int ChildExitCode(int pid, bool wait) {
-    if (pid <= 0) return -1;
+int ChildExitCode(ChildProcess child, bool wait) {
+    if (child <= 0) return -1;
+    const pid_t pid = static_cast<pid_t>(child);
     int status = 0;
     pid_t r;
     do {
-        r = ::waitpid(static_cast<pid_t>(pid), &status, wait ? 0 : WNOHANG);
+        r = ::waitpid(pid, &status, wait ? 0 : WNOHANG);
     } while (r < 0 && errno == EINTR);
     if (r == 0) return kStillRunning;
     if (r < 0) return -1;
@@ -279,7 +315,7 @@ int ChildExitCode(int pid, bool wait) {
     return -1;
 }
 
-int ChildExitCodeWithin(int pid, unsigned timeoutMs) {
+int ChildExitCodeWithin(ChildProcess pid, unsigned timeoutMs) {
     int code = ChildExitCode(pid, false);
     if (code != kStillRunning || timeoutMs == 0) return code;
     // A process descriptor becomes readable when the child ends, so the wait ends exactly
@@ -311,7 +347,7 @@ int ChildExitCodeWithin(int pid, unsigned timeoutMs) {
     return code;
 }
 
-bool MakePipe(int& readEnd, int& writeEnd) {
+bool MakePipe(PipeEnd& readEnd, PipeEnd& writeEnd) {
     int fds[2];
     if (::pipe2(fds, O_CLOEXEC) != 0) return false;
     readEnd = fds[0];
@@ -319,21 +355,24 @@ bool MakePipe(int& readEnd, int& writeEnd) {
     return true;
 }
 
-long ReadSome(int fd, char* buffer, std::size_t n) {
+long ReadSome(PipeEnd end, char* buffer, std::size_t n) {
     for (;;) {
-        ssize_t r = ::read(fd, buffer, n);
+        ssize_t r = ::read(static_cast<int>(end), buffer, n);
         if (r >= 0 || errno != EINTR) return static_cast<long>(r);
     }
 }
 
-void CloseDescriptor(int fd) {
-    if (fd >= 0) ::close(fd);
+void ClosePipe(PipeEnd end) {
+    if (end >= 0) ::close(static_cast<int>(end));
 }
 
-bool IsExecutableFile(const char* path) {
+bool FindExecutableFile(const std::string& path, std::string& found) {
     struct stat st;
-    return path && *path && ::stat(path, &st) == 0 && S_ISREG(st.st_mode) &&
-           ::access(path, X_OK) == 0;
+    if (path.empty() || ::stat(path.c_str(), &st) != 0 || !S_ISREG(st.st_mode) ||
+        ::access(path.c_str(), X_OK) != 0)
+        return false;
+    found = path;
+    return true;
 }
 
 void SleepMicroseconds(unsigned us) {
@@ -348,7 +387,7 @@ void SleepMilliseconds(unsigned ms) {
     SleepMicroseconds(ms * 1000u);
 }
 
-void* LoadLibrary(const char* path) {
+void* OpenLibrary(const char* path) {
     return path && *path ? ::dlopen(path, RTLD_NOW) : nullptr;
 }
 

@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# Runs a Windows program under Wine: quiet, with the prefix of the build folder (made on first
+# use), so that nothing of the user's own Wine set-up is touched. VFC_WINEPREFIX names the
+# prefix (the toolchain file sets it); by default it is build-windows/wineprefix.
+set -euo pipefail
+wine=${VFC_WINE:-/usr/lib/wine/wine64}
+[ -x "$wine" ] || wine=$(command -v wine64 || command -v wine || echo "$wine")
+if [ -z "${VFC_WINEPREFIX:-}" ]; then
+    dir=$(cd "$(dirname "$0")/.." && pwd)
+    VFC_WINEPREFIX=$dir/build-windows/wineprefix
+fi
+export WINEPREFIX=$VFC_WINEPREFIX WINEDEBUG=${WINEDEBUG:--all}
+if [ ! -f "$WINEPREFIX/system.reg" ]; then
+    mkdir -p "$WINEPREFIX"
+    # Several tests may start at once: one of them makes the prefix, the others wait.
+    exec 9>"$WINEPREFIX.lock"
+    flock 9
+    [ -f "$WINEPREFIX/system.reg" ] || "$wine" wineboot -i >/dev/null 2>&1
+    flock -u 9
+fi
+exec "$wine" "$@"

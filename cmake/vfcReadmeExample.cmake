@@ -1,10 +1,12 @@
 # vfc_readme_examples(): every example of README.md becomes a test. An example is marked with
-# "<!-- example: NAME -->" and consists of the first code block after the marker and the
+# "<!-- example: NAME -->" (or "<!-- example: NAME; posix only: REASON -->") and consists of the
+# first code block after the marker and the
 # ```text block that follows it, which holds exactly what the example prints on standard output.
 #   ```cpp  compiled against vfc::vfc and run in a scratch directory; a block without a main()
 #           is the body of one, with <vfc/vfc.h>, <iostream> and <cstdio> included.
 #   ```sh   run by bash from the source root with the installed vfc tool first in PATH (needs
 #           the FIXTURE that installs it).
+# When cross-compiling, both run under the emulator through vfc_host_program().
 # Blocks marked "<!-- ci: NAME -->" (build and install commands) are run by .ci/run instead.
 function(vfc_readme_examples fixture prefix_bin)
     set(readme ${PROJECT_SOURCE_DIR}/README.md)
@@ -12,6 +14,13 @@ function(vfc_readme_examples fixture prefix_bin)
     file(READ ${readme} rest)
     set(dir ${CMAKE_CURRENT_BINARY_DIR}/readme)
     set(count 0)
+    # The folder whose "vfc" the shell examples run: the installed tool, or a script that runs
+    # it under the emulator.
+    set(tool_dir ${prefix_bin})
+    if(CMAKE_CROSSCOMPILING)
+        vfc_host_program(tool vfc ${prefix_bin}/vfc${CMAKE_EXECUTABLE_SUFFIX})
+        set(tool_dir ${VFC_HOST_PROGRAM_DIR})
+    endif()
     while(TRUE)
         string(FIND "${rest}" "<!-- example: " at)
         if(at EQUAL -1)
@@ -21,6 +30,14 @@ function(vfc_readme_examples fixture prefix_bin)
         string(SUBSTRING "${rest}" ${at} -1 rest)
         string(FIND "${rest}" " -->" end)
         string(SUBSTRING "${rest}" 0 ${end} name)
+        # "NAME; posix only: REASON" marks an example that runs POSIX programs: Windows builds
+        # it but does not run it.
+        set(posix_only FALSE)
+        string(FIND "${name}" "; posix only: " cut)
+        if(NOT cut EQUAL -1)
+            set(posix_only TRUE)
+            string(SUBSTRING "${name}" 0 ${cut} name)
+        endif()
         # The code block, then its output.
         string(FIND "${rest}" "\n```" open)
         math(EXPR open "${open} + 4")
@@ -54,14 +71,19 @@ function(vfc_readme_examples fixture prefix_bin)
             add_executable(readme_${name} ${dir}/${name}.cpp)
             target_link_libraries(readme_${name} PRIVATE vfc::vfc)
             vfc_target_warnings(readme_${name})
+            vfc_host_program(program readme_${name} $<TARGET_FILE:readme_${name}>)
+            if(posix_only AND WIN32)
+                math(EXPR count "${count} + 1")
+                continue()
+            endif()
             add_test(NAME readme_${name}
-                COMMAND ${CMAKE_COMMAND} -DPROGRAM=$<TARGET_FILE:readme_${name}>
+                COMMAND ${CMAKE_COMMAND} -DPROGRAM=${program}
                         -DEXPECTED=${dir}/${name}.expected -DWORKDIR=${dir}/${name}.d
                         -P ${PROJECT_SOURCE_DIR}/cmake/vfcRunAndCompare.cmake)
         elseif(kind STREQUAL "sh")
             file(CONFIGURE OUTPUT ${dir}/${name}.sh CONTENT "${code}\n" @ONLY)
             add_test(NAME readme_${name}
-                COMMAND ${CMAKE_COMMAND} -E env "PATH=${prefix_bin}:$ENV{PATH}"
+                COMMAND ${CMAKE_COMMAND} -E env "PATH=${tool_dir}:$ENV{PATH}"
                         ${CMAKE_COMMAND} -DPROGRAM=bash -DARGS=${dir}/${name}.sh
                         -DEXPECTED=${dir}/${name}.expected -DWORKDIR=${PROJECT_SOURCE_DIR}
                         -P ${PROJECT_SOURCE_DIR}/cmake/vfcRunAndCompare.cmake)

@@ -68,10 +68,12 @@ vString linkFrom(const vString& fromPage, const vString& toPage) {
     return vcGeneratePath(vPathType::eURLHostFlagged, rel, href);
 }
 
-// Writes one page; the stream reports a failed write at fClose at the latest.
+// Writes one page; the stream reports a failed write at fClose at the latest. Opened binary, so
+// that its lines end in CR LF as written on every platform (a text open on Windows would write
+// each LF as CR LF again).
 bool writePage(const vString& file, const vString& title, const vSlistvString& body) {
     vOfstream out;
-    if (!out.fOpenText(vFile(file))) return false;
+    if (!out.fOpenBinary(vFile(file))) return false;
     out.fWriteLine("<html><head><title>" + title + "</title></head><body>");
     vSlistvStringIter it(body);
     while (it.fAdvance())

@@ -9,6 +9,19 @@
 namespace vfctool {
 namespace {
 
+// The child's output as it goes to the console. On Windows standard output is in text mode and
+// writes every line feed as CR LF, so the CR of each CR LF is taken out first: the child's bytes
+// then reach the console unchanged, as they do on POSIX.
+std::string consoleText(const vString& output) {
+    std::string text(output.data(), output.length());
+    if (!vfc::os::kWindows) return text;
+    std::string kept;
+    kept.reserve(text.size());
+    for (size_t k = 0; k < text.size(); ++k)
+        if (!(text[k] == '\r' && k + 1 < text.size() && text[k + 1] == '\n')) kept += text[k];
+    return kept;
+}
+
 // The command words as one command line for the tokenizer: words holding white space are put
 // in double quotes (the tokenizer has no escapes, so a word with a double quote cannot pass).
 bool commandLine(const Args& words, size_t from, std::string& line) {
@@ -55,7 +68,7 @@ int runRun(const Args& args) {
     if (outPath.empty()) {
         vString output;
         started = process.fReadPipe(command, output);
-        std::cout << output << std::flush;
+        std::cout << consoleText(output) << std::flush;
     } else {
         vOfstream out;
         vFile file(outPath.c_str());

@@ -137,8 +137,8 @@ class VFC_API vApp {
     // Sets a declared option; false for an undeclared one.
     bool fSetOption(const vString& name, const vString& value);
     // The options file: optionsName + ".ini" in the user's configuration folder
-    // ($XDG_CONFIG_HOME, else $HOME/.config; on Windows the roaming application-data folder);
-    // empty for an empty name.
+    // ($XDG_CONFIG_HOME, else $HOME/.config; on Windows $APPDATA, else the roaming
+    // application-data folder); empty for an empty name.
     void fCalcOptionsName(const vString& optionsName);
     const vFile& fOptionsFile() const { return aOptionsFile; }
     // Declares the options of a table with their defaults (expanded); an option declared

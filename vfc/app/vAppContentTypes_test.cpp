@@ -5,9 +5,11 @@
 
 #include "vfc/app/vApp.h"
 #include "vfc/testing/TempDir.h"
+#include "vfc/testing/TextMode.h"
 
 namespace {
 
+using vfc::testing::InTextMode;
 using vfc::testing::TempDir;
 using Words = std::vector<std::string>;
 
@@ -93,11 +95,11 @@ TEST(vAppContentTypes, SaveWritesExtensionsInPairs) {
     vApp app("F", "N", "1.0");
     app.fInsertContentTypeAndExtensionList("t/3", list({"a", "b", "c"}));
     ASSERT_TRUE(app.fSaveContentTypesAndExtensions(vFile(dir.file("3").c_str())));
-    EXPECT_EQ(TempDir::read(dir.file("3")), "type=t/3\texts=a,bc\r\n");
+    EXPECT_EQ(TempDir::read(dir.file("3")), InTextMode("type=t/3\texts=a,bc\r\n"));
     app.fDeleteContentType("t/3");
     app.fInsertContentTypeAndExtensionList("t/4", list({"a", "b", "c", "d"}));
     ASSERT_TRUE(app.fSaveContentTypesAndExtensions(vFile(dir.file("4").c_str())));
-    EXPECT_EQ(TempDir::read(dir.file("4")), "type=t/4\texts=a,bc,d\r\n");
+    EXPECT_EQ(TempDir::read(dir.file("4")), InTextMode("type=t/4\texts=a,bc,d\r\n"));
     EXPECT_FALSE(app.fSaveContentTypesAndExtensions(vFile(dir.file("no/dir/x").c_str())));
 
     // Lists of up to two survive a save and a load.

@@ -6,9 +6,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <ios>
 #include <string>
 
 #include "vfc/app/internal/vpAppEnvironment.h"
+#include "vfc/app/vpcEnv.h"
+#include "vfc/os/platform.h"
 #include "vfc/testing/ScopedEnv.h"
 #include "vfc/testing/TempDir.h"
 
@@ -26,14 +29,31 @@ std::string option(const vApp& app, const char* name) {
 
 using vfc::testing::ScopedEnv;
 
+constexpr bool kWindows = vfc::os::kWindows;
+
+// "p1", the platform's PATH separator, "p2".
+std::string TwoEntries() {
+    return std::string("p1") + vfc::os::kPathListSeparator + "p2";
+}
+
+// The host's own form of a path, as the product directory goes into PATH.
+std::string Native(const std::string& path) {
+    return text(vFile(path.c_str()).fDOSPath());
+}
+
 // Every application puts its product directory in front of PATH and reads its options file
-// from the configuration folder (a fresh one here); PATH comes back afterwards.
+// from the configuration folder (a fresh one here: XDG_CONFIG_HOME, or APPDATA on Windows);
+// PATH comes back afterwards.
 class vAppTest : public ::testing::Test {
   protected:
     vfc::testing::TempDir aDir;
-    ScopedEnv aPath{"PATH", "/usr/bin:/bin"};
+    ScopedEnv aPath{"PATH", TwoEntries().c_str()};
     ScopedEnv aHome{"VORLANDIXHOME", nullptr};
-    ScopedEnv aConfig{"XDG_CONFIG_HOME", aDir.path().c_str()};
+    ScopedEnv aConfig{kWindows ? "APPDATA" : "XDG_CONFIG_HOME", aDir.path().c_str()};
+    // The options file as the application names it: the folder, the host's separator, the name.
+    std::string OptionsFile(const char* name) const {
+        return aDir.path() + vfc::os::kNativeSeparator + name;
+    }
 };
 
 TEST_F(vAppTest, ProductInformation) {
@@ -49,24 +69,31 @@ TEST_F(vAppTest, ProductInformation) {
 TEST_F(vAppTest, ProductDirectoryAndPath) {
     aHome.set("");  // empty counts as unset: the executable's directory, which holds this test
     vApp a("F", "N", "1.0");
-    EXPECT_TRUE(std::filesystem::exists(text(a.executableDir().fPath()) + "/vfc_tests"));
+    EXPECT_TRUE(std::filesystem::exists(text(a.executableDir().fPath()) +
+                                        (kWindows ? "/vfc_tests.exe" : "/vfc_tests")));
     EXPECT_EQ(text(a.productDir().fPath()), text(a.executableDir().fPath()));
 
+    // The product directory goes in front of PATH in the host's form, with its separator.
     aHome.set(aDir.path().c_str());
-    aPath.set("/usr/bin:/bin");
+    aPath.set(TwoEntries().c_str());
     vApp b("F", "N", "1.0");
     EXPECT_EQ(text(b.productDir().fPath()), aDir.path());
-    EXPECT_EQ(std::string(std::getenv("PATH")), aDir.path() + ":/usr/bin:/bin");
+    const std::string front = Native(aDir.path()) + vfc::os::kPathListSeparator;
+    EXPECT_EQ(std::string(std::getenv("PATH")), front + TwoEntries());
+    vSlistvString entries;
+    vpcGetPathList(entries);
+    ASSERT_EQ(entries.fEntries(), 3u);
+    EXPECT_EQ(text(entries.fFirst() ? entries.aKey() : vString()), Native(aDir.path()));
 
     // A missing directory leaves PATH alone; an unset PATH gets no empty (current) entry.
     aHome.set(aDir.file("missing").c_str());
     vApp c("F", "N", "1.0");
     EXPECT_EQ(text(c.productDir().fPath()), aDir.file("missing"));
-    EXPECT_EQ(std::string(std::getenv("PATH")), aDir.path() + ":/usr/bin:/bin");
+    EXPECT_EQ(std::string(std::getenv("PATH")), front + TwoEntries());
     aHome.set(aDir.path().c_str());
     aPath.set(nullptr);
     vApp d("F", "N", "1.0");
-    EXPECT_EQ(std::string(std::getenv("PATH")), aDir.path());
+    EXPECT_EQ(std::string(std::getenv("PATH")), Native(aDir.path()));
 }
 
 TEST(vAppLanguage, LocaleVariablesMapToLanguages) {
@@ -98,7 +125,48 @@ TEST(vAppLanguage, LocaleVariablesMapToLanguages) {
             << (r.lang ? r.lang : "-");
 }
 
+TEST(vAppLanguage, WindowsLanguageIdentifiersMapToLanguages) {
+    struct Row {
+        unsigned langId;
+        const char* want;
+    } rows[] = {
+        {0x0404, "zh_TW"},  {0x0804, "zh"},    {0x0c04, "zh"}, {0x0407, "de"},
+        {0x0807, "de"},     {0x0409, "en"},    {0x0809, "en"}, {0x040c, "fr"},
+        {0x0411, "ja"},     {0x0412, "ko"},    {0x0c0a, "unknown"},
+        {0x0004, "zh"},     {0x0000, "unknown"},
+    };
+    for (const Row& r : rows)
+        EXPECT_EQ(text(vpcLanguageFromLangId(r.langId)), r.want) << std::hex << r.langId;
+}
+
+// Windows: the login from USERNAME, the home from HOMEDRIVE and HOMEPATH, owner and
+// organisation from the registry, the language from the system's language identifier.
+TEST_F(vAppTest, MachineAndUserOnWindows) {
+    vHashvStringvString values;
+    const bool registry =
+        vApp::fRegEnumKeysAndValues("Software\\Microsoft\\Windows NT\\CurrentVersion", values);
+    EXPECT_EQ(registry, kWindows);  // POSIX has no registry
+    if (!kWindows) GTEST_SKIP() << "the rest is what Windows alone documents";
+    EXPECT_TRUE(values.fLookup("SystemRoot"));
+    EXPECT_FALSE(values.aValue().isNull());
+    EXPECT_FALSE(vApp::fRegEnumKeysAndValues("Software\\No Such Key Here", values));
+
+    ScopedEnv user("USERNAME", "somebody"), drive("HOMEDRIVE", "D:");
+    ScopedEnv path("HOMEPATH", "\\Users\\somebody");
+    vApp a("F", "N", "1.0");
+    EXPECT_EQ(text(a.machineOS()), "winnt");
+    EXPECT_EQ(text(a.productGui()), "mswin");
+    EXPECT_EQ(a.platformType(), vApp::eWin32);
+    EXPECT_EQ(text(a.userLogin()), "somebody");
+    EXPECT_EQ(text(a.userDir().fPath()), "D:\\Users\\somebody");
+    const char* owner = values.fLookup("RegisteredOwner") ? values.aValue().data() : "";
+    EXPECT_EQ(text(a.userName()), owner);
+    EXPECT_NE(text(a.machineLanguage()), "");
+    EXPECT_FALSE(a.fChangeUser("no-such-user-here"));
+}
+
 TEST_F(vAppTest, MachineAndUserFromTheEnvironment) {
+    if (kWindows) GTEST_SKIP() << "USER, HOME and the password database are the POSIX mapping";
     ScopedEnv all("LC_ALL", "zh_TW.UTF-8");
     ScopedEnv user("USER", "somebody-not-in-the-database");
     ScopedEnv logname("LOGNAME", "other");
@@ -140,7 +208,7 @@ TEST_F(vAppTest, OptionDefaultsAndTheOptionsFile) {
     EXPECT_EQ(option(a, "verbose"), "");  // the first declaration wins
     EXPECT_EQ(option(a, "extra") + option(a, "licenseaddonkeys"), "x");
     EXPECT_EQ(text(a.productLangName()), "fr");  // the tool's table precedes the common one
-    EXPECT_EQ(text(a.fOptionsFile().fPath()), aDir.file("tool.ini"));
+    EXPECT_EQ(text(a.fOptionsFile().fPath()), OptionsFile("tool.ini"));
     EXPECT_FALSE(a.fSetOption("undeclared", "1"));
     EXPECT_TRUE(a.fSetOption("verbose", "2"));
     EXPECT_EQ(option(a, "verbose"), "2");
@@ -173,7 +241,7 @@ TEST_F(vAppTest, NoOptionTableAsALiteral) {
     vApp b("F", "N", "1.0", "lit", 0, vApp::eNoLicenseCheck);
     vApp c("F", "N", "1.0", "lit", NULL);
     for (const vApp* app : {&a, &b, &c}) {
-        EXPECT_EQ(text(app->fOptionsFile().fPath()), aDir.file("lit.ini"));
+        EXPECT_EQ(text(app->fOptionsFile().fPath()), OptionsFile("lit.ini"));
         EXPECT_EQ(text(app->productLangName()), "de");  // the common table is still read
         EXPECT_EQ(option(*app, "outdir"), "(undeclared)");
     }

@@ -98,7 +98,9 @@ vString vpcUserHome() {
 vString vpcUserConfigDir() {
     vString dir;
     if (vfc::os::kWindows) {
-        if (shellFolder(kCsidlAppData, dir) || nonEmptyEnv("APPDATA", dir)) return dir;
+        // The variable first, as XDG_CONFIG_HOME on POSIX, so that a tool (or a test) can
+        // point it elsewhere; Windows sets it to the roaming application-data folder.
+        if (nonEmptyEnv("APPDATA", dir) || shellFolder(kCsidlAppData, dir)) return dir;
         return vString();
     }
     if (nonEmptyEnv("XDG_CONFIG_HOME", dir)) return dir;

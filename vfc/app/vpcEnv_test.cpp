@@ -8,12 +8,19 @@
 
 #include "vfc/app/internal/vpAppEnvironment.h"
 #include "vfc/app/vApp.h"
+#include "vfc/os/platform.h"
 #include "vfc/testing/ScopedEnv.h"
 #include "vfc/testing/TempDir.h"
 
 namespace {
 
 using vfc::testing::ScopedEnv;
+
+constexpr bool kWindows = vfc::os::kWindows;
+
+std::string str(const char* s) {
+    return s ? s : "";
+}
 
 std::string expand(const char* in) {
     vString s(in);
@@ -30,7 +37,10 @@ TEST(vpcEnv, GetPutPathListAndSleep) {
     ASSERT_TRUE(vpcGetEnv("VFC_TEST_VAR", value));
     EXPECT_EQ(std::string(value.data()), "a=b c");
 
-    ScopedEnv path("PATH", "a::b:");
+    // Split at the platform's separator (";" on Windows, ":" on POSIX); empty entries vanish.
+    const std::string sep(1, vpcPathListSeparator());
+    EXPECT_EQ(vpcPathListSeparator(), kWindows ? ';' : ':');
+    ScopedEnv path("PATH", ("a" + sep + sep + "b" + sep).c_str());
     vSlistvString list;
     list.fInsert("stale");
     vpcGetPathList(list);
@@ -61,11 +71,12 @@ TEST(vpcEnv, ExpandsBothReferenceForms) {
         {"$A:B", "1:B"},
         {"%%A%", "%1"},  // "%%" holds no name; the second "%" opens one
         {"%VFC_TEST_UNKNOWN%/$VFC_TEST_UNKNOWN/x", "%VFC_TEST_UNKNOWN%/$VFC_TEST_UNKNOWN/x"},
-        {"%a%", "%a%"},  // names are compared with case
+        // Names are compared as the C runtime's getenv compares them: with case on POSIX,
+        // without on Windows.
+        {"%a%", kWindows ? "1" : "%a%"},
         // Values are not scanned again, but the scan goes on after them.
         {"%V%-%X%", "%X%-xv"},
         {"$V$X", "%X%xv"},
-        {"%CSIDL_WINDOWS%", "%CSIDL_WINDOWS%"},
     };
     for (auto& r : rows)
         EXPECT_EQ(expand(r[0]), r[1]) << r[0];
@@ -77,11 +88,45 @@ TEST(vpcEnv, ProductDirectoryIsReservedAndWins) {
     ScopedEnv home("VORLANDIXHOME", dir.path().c_str());
     vApp app("F", "N", "1.0");
     home.set("/somewhere/else");
-    EXPECT_EQ(expand("%VORLANDIXHOME%/bin"), dir.path() + "/bin");
-    EXPECT_EQ(expand("$VORLANDIXHOME/bin"), dir.path() + "/bin");
+    // The product directory in the host's form (backslashes on Windows).
+    std::string product = dir.path();
+    if (kWindows)
+        for (char& c : product)
+            if (c == '/') c = '\\';
+    EXPECT_EQ(expand("%VORLANDIXHOME%/bin"), product + "/bin");
+    EXPECT_EQ(expand("$VORLANDIXHOME/bin"), product + "/bin");
+}
+
+// Windows asks the shell for the three folders: the roaming application data, the documents
+// and the Windows directory, which the system also names in APPDATA, USERPROFILE and SystemRoot.
+TEST(vpcEnv, FolderNamesOnWindows) {
+    if (!kWindows) {
+        EXPECT_EQ(expand("%CSIDL_WINDOWS%"), "%CSIDL_WINDOWS%");  // no counterpart on POSIX
+        GTEST_SKIP() << "the shell's folders are Windows's own";
+    }
+    ScopedEnv appdata("CSIDL_APPDATA", nullptr), personal("CSIDL_PERSONAL", nullptr);
+    ScopedEnv windows("CSIDL_WINDOWS", nullptr);
+    const std::string roaming = str(std::getenv("APPDATA"));
+    ASSERT_FALSE(roaming.empty());
+    EXPECT_EQ(expand("%CSIDL_APPDATA%\\tool"), roaming + "\\tool");
+    // The shell's folder, not the variable: changing APPDATA changes nothing here.
+    {
+        ScopedEnv moved("APPDATA", "C:\\elsewhere");
+        EXPECT_EQ(expand("%CSIDL_APPDATA%"), roaming);
+    }
+    EXPECT_EQ(expand("$CSIDL_PERSONAL"), str(std::getenv("USERPROFILE")) + "\\Documents");
+    vString windowsDir = expand("%CSIDL_WINDOWS%").c_str();
+    windowsDir.fToLower();
+    vString systemRoot = str(std::getenv("SystemRoot")).c_str();
+    systemRoot.fToLower();
+    EXPECT_EQ(std::string(windowsDir.data()), systemRoot.data());
+    // A variable of the same name comes first.
+    appdata.set("C:\\from\\env");
+    EXPECT_EQ(expand("%CSIDL_APPDATA%"), "C:\\from\\env");
 }
 
 TEST(vpcEnv, FolderNames) {
+    if (kWindows) GTEST_SKIP() << "XDG_CONFIG_HOME, HOME and user-dirs are the POSIX mapping";
     vfc::testing::TempDir dir;
     ScopedEnv config("XDG_CONFIG_HOME", dir.path().c_str()), home("HOME", "/home/u");
     ScopedEnv appdata("CSIDL_APPDATA", nullptr), personal("CSIDL_PERSONAL", nullptr);

@@ -445,7 +445,7 @@ TEST(vPathAlgebra, ResolveOfManyUpsIsLinear) {
               "/d0/d1/x");
     vPathComponentList list = Parse(vPathType::eUNIX, base.c_str());
     vcResolvePath(list, Parse(vPathType::eUNIX, (ups + "y/").c_str()), list);
-    EXPECT_EQ(Show(list), "<root> y +/");
+    EXPECT_EQ(Show(list), Show(Parse(vPathType::eUNIX, "/y/")));
 }
 
 TEST(vPathAlgebra, UnixPathsThroughTheParser) {

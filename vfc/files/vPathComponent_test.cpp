@@ -23,10 +23,12 @@ TEST(vPathComponentTest, NotationsNormalise) {
         int in, out;
         bool flagged;
     };
-    // The host member of each family is the UNIX member here.
-    const Case cases[] = {{0, 3, false},   {20, 3, true},  {24, 7, true}, {37, 17, true},
-                          {39, 19, true},  {3, 3, false},  {1, 1, false}, {21, 1, true},
-                          {16, 19, false}, {40, 40, false}};
+    // The host member of each family is the UNIX member (3) on POSIX and the DOS member (1) on
+    // Windows.
+    const int h = T::kHostMember;
+    const Case cases[] = {{0, h, false},      {20, h, true},  {24, 4 + h, true}, {37, 17, true},
+                          {39, 19, true},     {3, 3, false},  {1, 1, false},     {21, 1, true},
+                          {16, 16 + h, false}, {40, 40, false}};
     for (const Case& c : cases) {
         T::TypeEnum out;
         bool flagged = !c.flagged;
@@ -41,7 +43,7 @@ TEST(vPathComponentTest, TextIsKeptUnescapedAndWrittenEscaped) {
     for (K::TypeEnum k : {K::eRoot, K::eCurrentRoot, K::eUp, K::eCurrent})
         EXPECT_TRUE(vPathComponent(T::eDOS, k, "abc").aText().isNull()) << k;
     vPathComponent stored(T::eURLHostFlagged, K::eName, "a%20b");
-    EXPECT_EQ(stored.fPathType(), T::eURLUNIX);
+    EXPECT_EQ(stored.fPathType(), T::eURLHost + T::kHostMember);
     EXPECT_EQ(stored.aText(), "a b");
     vString out;
     EXPECT_EQ(stored.fComponent(T::eURLDOSFlagged, out), "a%20b");
@@ -67,9 +69,9 @@ TEST(vPathComponentTest, TextIsKeptUnescapedAndWrittenEscaped) {
 }
 
 TEST(vPathComponentTest, ComparisonAndPersistence) {
-    vPathComponent a(T::eUNIX, K::eName, "a");
-    vPathComponent b(T::eHost, K::eName, "a");  // the same notation here
-    vPathComponent c(T::eDOS, K::eName, "a");
+    vPathComponent a(static_cast<T::TypeEnum>(T::kHostMember), K::eName, "a");
+    vPathComponent b(T::eHost, K::eName, "a");  // the same notation
+    vPathComponent c(T::eMac, K::eName, "a");
     EXPECT_TRUE(a == b);
     EXPECT_TRUE(a != c);
     EXPECT_TRUE(a.isEqual(&b));

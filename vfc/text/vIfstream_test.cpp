@@ -185,7 +185,7 @@ TEST(vIfstream, BinaryOpenTypesTheFileAndReadsFromTheStart) {
         {"book.fm", "<BookFile 6.0>\n", vFile::eMakerBook},
         {"page.HTML", "hello\n", vFile::eHTML},
         {"latin.dat", latin, vFile::eText},
-        {"nul.dat", std::string("ab\0cd", 5), vFile::eBinary},
+        {"zero.dat", std::string("ab\0cd", 5), vFile::eBinary},  // "nul.*" is a device on Windows
         {"store.ndt", header.str() + "rest\n", vFile::eVorlandixNDT80},
     };
     for (const Row& row : rows) {

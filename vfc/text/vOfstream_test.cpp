@@ -10,7 +10,9 @@
 
 #include "vfc/persist/vPistream.h"
 #include "vfc/testing/TempDir.h"
+#include "vfc/testing/TextMode.h"
 
+using vfc::testing::InTextMode;
 using vfc::testing::TempDir;
 
 namespace {
@@ -50,7 +52,9 @@ TEST(vOfstreamTest, OpenModesTruncateAppendAndCloseOnDestruction) {
     EXPECT_TRUE(out.fWrite(vString("a\0b", 3)));
     EXPECT_TRUE(out.fClose());
     EXPECT_TRUE(out.fClose());  // nothing left to close is no failure
-    EXPECT_EQ(TempDir::read(path), std::string("old\r\nnew\r\na\0b", 13));
+    // A text open keeps the C runtime's meaning: on Windows it writes the line feed of the line
+    // end as carriage return and line feed.
+    EXPECT_EQ(TempDir::read(path), "old\r\n" + InTextMode("new\r\n") + std::string("a\0b", 3));
 
     ASSERT_TRUE(out.fOpenText(vFile(path.c_str())));
     EXPECT_TRUE(out.fWrite("x", 1));
@@ -62,7 +66,7 @@ TEST(vOfstreamTest, OpenModesTruncateAppendAndCloseOnDestruction) {
         ASSERT_TRUE(last.fOpenTextAppend(vFile(path.c_str())));
         EXPECT_TRUE(last.fWriteLine("unclosed", 8));
     }
-    EXPECT_EQ(TempDir::read(path), "xunclosed\r\n");
+    EXPECT_EQ(TempDir::read(path), "x" + InTextMode("unclosed\r\n"));
 }
 
 TEST(vOfstreamTest, FailureSticksUntilTheNextOpen) {

@@ -21,8 +21,8 @@ VFC_API vString vpcCalcProductDir();
 // when none is known.
 VFC_API vString vpcUserHome();
 // The user's configuration folder: $XDG_CONFIG_HOME when set and not empty, else the home
-// followed by "/.config"; empty without a home. On Windows the roaming application-data folder
-// (CSIDL_APPDATA, else $APPDATA).
+// followed by "/.config"; empty without a home. On Windows $APPDATA when set and not empty,
+// else the roaming application-data folder of the shell (CSIDL_APPDATA).
 VFC_API vString vpcUserConfigDir();
 // The user's documents folder: the XDG_DOCUMENTS_DIR entry of "user-dirs.dirs" in the
 // configuration folder (with a leading "$HOME" replaced by the home), else the home followed

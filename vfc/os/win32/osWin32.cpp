@@ -52,14 +52,15 @@ bool IsDirectory(const char* path) {
 
 NodeKind KindOfPath(const char* path) {
     DWORD a = attributesOf(path);
-    if (a != INVALID_FILE_ATTRIBUTES)
-        return (a & FILE_ATTRIBUTE_DIRECTORY) ? NodeKind::eDirectory : NodeKind::eRegular;
+    if (a != INVALID_FILE_ATTRIBUTES && (a & FILE_ATTRIBUTE_DIRECTORY)) return NodeKind::eDirectory;
     if (!path || !*path) return NodeKind::eMissing;
-    // Devices ("NUL", "CON") and pipes have no attributes; their handle tells what they are.
-    // Opened without any access, so nothing is read or written.
+    // Devices ("NUL", "CON", in any folder and with any extension) and pipes may or may not
+    // show attributes; their handle tells what they are. Opened without any access, so nothing
+    // is read or written and no writer is waited for.
     HANDLE h = ::CreateFileA(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
                              0, nullptr);
-    if (h == INVALID_HANDLE_VALUE) return NodeKind::eMissing;
+    if (h == INVALID_HANDLE_VALUE)
+        return a != INVALID_FILE_ATTRIBUTES ? NodeKind::eRegular : NodeKind::eMissing;
     DWORD type = ::GetFileType(h);
     ::CloseHandle(h);
     switch (type) {

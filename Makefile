@@ -3,6 +3,7 @@
 #   make demo         build the vfc tool and run it on samples/
 #   make test         build everything and run every test (non-zero exit on any failure)
 #   make test-asan    the same under AddressSanitizer, UndefinedBehaviorSanitizer, LeakSanitizer
+#   make test-windows build for 64-bit Windows (MinGW-w64) and run every test under Wine
 #   make bench        build and run the benchmarks (Release)
 #   make fuzz         build the fuzzers with clang and run each for FUZZ_SECONDS
 #   make install PREFIX=/some/where
@@ -27,6 +28,8 @@ CMAKE_CONFIGURE = cmake -G Ninja -DCMAKE_CXX_COMPILER=$(CXX) -DVFC_WERROR=$(WERR
 PACKAGES       = cmake ninja-build g++ libgtest-dev pkg-config
 BENCH_PACKAGES = $(PACKAGES) libbenchmark-dev libre2-dev
 FUZZ_PACKAGES  = cmake ninja-build clang libclang-rt-14-dev
+# GoogleTest for Windows is built from the sources libgtest-dev installs.
+WINDOWS_PACKAGES = cmake ninja-build g++-mingw-w64-x86-64 mingw-w64 wine64 libgtest-dev
 define need_packages
 	@command -v dpkg >/dev/null 2>&1 || exit 0; \
 	missing=$$(for p in $(1); do dpkg -s $$p >/dev/null 2>&1 || printf ' %s' $$p; done); \
@@ -42,8 +45,8 @@ define need_packages
 	fi
 endef
 
-.PHONY: all deps build demo test test-asan bench fuzz install coverage docs format clean \
-	print-packages
+.PHONY: all deps build demo test test-asan test-windows bench fuzz install coverage docs format \
+	clean print-packages
 
 all: build
 
@@ -101,6 +104,15 @@ test-asan: deps
 	LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp:print_suppressions=0 \
 	UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
 	ctest --test-dir $(BUILD)-asan --output-on-failure -j $(JOBS)
+
+# Cross-built with the toolchain file; ctest runs the unit tests and the whole-program tests
+# under Wine (cmake/wine-run.sh, with a Wine prefix inside the build folder).
+test-windows:
+	$(call need_packages,$(WINDOWS_PACKAGES))
+	cmake -G Ninja -S . -B $(BUILD)-windows -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-x86_64.cmake \
+	    -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVFC_WERROR=$(WERROR)
+	cmake --build $(BUILD)-windows -j $(JOBS)
+	ctest --test-dir $(BUILD)-windows --output-on-failure -j $(JOBS)
 
 bench:
 	$(call need_packages,$(BENCH_PACKAGES))
@@ -168,4 +180,5 @@ format:
 	git ls-files '*.h' '*.cpp' | xargs clang-format -i
 
 clean:
-	rm -rf $(BUILD) $(BUILD)-asan $(BUILD)-bench $(BUILD)-fuzz $(BUILD)-coverage $(BUILD)-docs
+	rm -rf $(BUILD) $(BUILD)-asan $(BUILD)-bench $(BUILD)-fuzz $(BUILD)-coverage $(BUILD)-docs \
+	    $(BUILD)-windows

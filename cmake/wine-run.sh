@@ -9,7 +9,8 @@ if [ -z "${VFC_WINEPREFIX:-}" ]; then
     dir=$(cd "$(dirname "$0")/.." && pwd)
     VFC_WINEPREFIX=$dir/build-windows/wineprefix
 fi
-export WINEPREFIX=$VFC_WINEPREFIX WINEDEBUG=${WINEDEBUG:--all}
+# No Mono or Gecko: the prefix is made without asking to install them.
+export WINEPREFIX=$VFC_WINEPREFIX WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml="
 if [ ! -f "$WINEPREFIX/system.reg" ]; then
     mkdir -p "$WINEPREFIX"
     # Several tests may start at once: one of them makes the prefix, the others wait.

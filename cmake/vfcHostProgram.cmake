@@ -33,3 +33,15 @@ ${emulator}'${program}' \"$@\" 2> >(sed -u 's/\\r$//' >&2) | sed -u 's/\\r$//'
         FILE_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
                          WORLD_READ WORLD_EXECUTE)
 endfunction()
+
+# vfc_tests_wait_for_emulator(): when cross-compiling, every test of the calling directory so far
+# waits for the test emulator_ready (the top level adds it), which starts the emulator once.
+function(vfc_tests_wait_for_emulator)
+    if(NOT CMAKE_CROSSCOMPILING)
+        return()
+    endif()
+    get_property(tests DIRECTORY PROPERTY TESTS)
+    if(tests)
+        set_property(TEST ${tests} APPEND PROPERTY FIXTURES_REQUIRED emulator)
+    endif()
+endfunction()

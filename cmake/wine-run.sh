@@ -19,4 +19,14 @@ if [ ! -f "$WINEPREFIX/system.reg" ]; then
     [ -f "$WINEPREFIX/system.reg" ] || "$wine" wineboot -i >/dev/null 2>&1
     flock -u 9
 fi
+# The server, and Wine's services that the first program starts, outlive the program. Started
+# from here with the null device as their standard streams they hold none of the caller's
+# pipes: a test runner would otherwise wait for them to end. The server stays 30 seconds after
+# its last program, so that the next one does not start it all anew. With a server running
+# already this does nothing.
+server=$(dirname "$wine")/wineserver
+[ -x "$server" ] || server=$(command -v wineserver || true)
+if [ -n "$server" ] && "$server" -p30 </dev/null >/dev/null 2>&1; then
+    "$wine" cmd /c exit 0 </dev/null >/dev/null 2>&1 || true
+fi
 exec "$wine" "$@"

@@ -160,7 +160,9 @@ SpawnError Spawn(const std::string& commandLine, const std::vector<std::string>&
 
 // The exit code of a child (on POSIX 128 + N for one ended by signal N); kStillRunning when it
 // has not ended (wait false) and -1 when child is no child of this process. wait true blocks
-// until the child ends. A child whose code was read is gone (reaped, its handle closed).
+// until the child ends. A child whose code was read is gone (reaped, its handle closed). On
+// Windows a child that ended with the code 259 itself reads as still running once and as no
+// child (-1) after that, since 259 is the system's own STILL_ACTIVE.
 constexpr int kStillRunning = 259;
 int ChildExitCode(ChildProcess child, bool wait);
 // The same, waiting at most timeoutMs for the child to end (kStillRunning after that).
@@ -176,6 +178,11 @@ void ClosePipe(PipeEnd end);
 // on Windows, when path has no extension, also path with each extension of PATHEXT
 // (".COM;.EXE;.BAT;.CMD" when unset). False when there is none.
 bool FindExecutableFile(const std::string& path, std::string& found);
+// Dispatches every window message waiting for the calling thread (peeked with removal,
+// translated, dispatched), so that a window stays responsive while its thread waits. A quit
+// message is posted again and ends the round, so that the thread's own loop still sees it.
+// Nothing to do on POSIX, which has no message queue.
+void DispatchPendingMessages();
 // Sleeps for ms milliseconds, or us microseconds (Sleep on Windows, whole milliseconds).
 void SleepMilliseconds(unsigned ms);
 void SleepMicroseconds(unsigned us);

@@ -196,6 +196,7 @@ unsigned long vProcess::sfWaitForTermination(void* processHandle) {
     int code = vfc::os::ChildExitCode(pid, false);
     while (code == kStillActive) {
         vfc::os::SleepMilliseconds(kWaitPollMs);
+        vfc::os::DispatchPendingMessages();
         vAppInfo().fUpdateNoAbort();
         code = vfc::os::ChildExitCode(pid, false);
     }

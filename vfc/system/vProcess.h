@@ -49,8 +49,9 @@ class VFC_API vProcess {
         : mStartCallback(callback), mStartData(data) {}
     virtual ~vProcess();
 
-    // Starts a detached child; with wait, blocks until it ends (polling every 200 ms and calling
-    // the application's fUpdateNoAbort) and stores its exit code. unused has no effect.
+    // Starts a detached child; with wait, blocks until it ends (looking every 200 ms, then
+    // dispatching the thread's pending window messages on Windows and calling the application's
+    // fUpdateNoAbort) and stores its exit code. unused has no effect.
     bool fExecute(const vString& commandLine, bool wait, bool unused);
     // Runs the child with its output captured into output (carriage returns removed when the
     // stream was opened in text mode); returns when the output ends.

@@ -375,6 +375,8 @@ bool FindExecutableFile(const std::string& path, std::string& found) {
     return true;
 }
 
+void DispatchPendingMessages() {}
+
 void SleepMicroseconds(unsigned us) {
     struct timespec t;
     t.tv_sec = static_cast<time_t>(us / 1000000);

@@ -555,6 +555,18 @@ bool FindExecutableFile(const std::string& path, std::string& found) {
     return false;
 }
 
+void DispatchPendingMessages() {
+    MSG message;
+    while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message == WM_QUIT) {
+            ::PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+        ::TranslateMessage(&message);
+        ::DispatchMessageA(&message);
+    }
+}
+
 void SleepMilliseconds(unsigned ms) {
     ::Sleep(ms);
 }

@@ -86,7 +86,9 @@ vString vpcUserHome() {
     if (vfc::os::kWindows) {
         vString drive;
         vString path;
-        if (nonEmptyEnv("HOMEDRIVE", drive) | nonEmptyEnv("HOMEPATH", path)) return drive + path;
+        const bool hasDrive = nonEmptyEnv("HOMEDRIVE", drive);
+        const bool hasPath = nonEmptyEnv("HOMEPATH", path);
+        if (hasDrive || hasPath) return drive + path;
     } else if (nonEmptyEnv("HOME", home)) {
         return home;
     }

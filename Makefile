@@ -134,7 +134,8 @@ fuzz:
 	    -DVFC_SHARED=OFF -DVFC_BUILD_FUZZ=ON -DVFC_BUILD_TESTS=OFF -DVFC_BUILD_TOOLS=OFF
 	cmake --build $(BUILD)-fuzz -j $(JOBS)
 	mkdir -p $(BUILD)-fuzz/corpus/regexp $(BUILD)-fuzz/corpus/pstream $(BUILD)-fuzz/corpus/args \
-	    $(BUILD)-fuzz/corpus/path $(BUILD)-fuzz/corpus/ifstream $(BUILD)-fuzz/corpus/contenttypes
+	    $(BUILD)-fuzz/corpus/path $(BUILD)-fuzz/corpus/ifstream $(BUILD)-fuzz/corpus/contenttypes \
+	    $(BUILD)-fuzz/corpus/url
 	$(BUILD)-fuzz/fuzz/regexp_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=512 \
 	    $(BUILD)-fuzz/corpus/regexp fuzz/corpus/regexp
 	$(BUILD)-fuzz/fuzz/pstream_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=4096 \
@@ -148,6 +149,8 @@ fuzz:
 	    $(BUILD)-fuzz/corpus/ifstream fuzz/corpus/ifstream
 	$(BUILD)-fuzz/fuzz/contenttypes_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=2048 \
 	    $(BUILD)-fuzz/corpus/contenttypes fuzz/corpus/contenttypes
+	$(BUILD)-fuzz/fuzz/url_fuzz -max_total_time=$(FUZZ_SECONDS) -max_len=1024 \
+	    $(BUILD)-fuzz/corpus/url fuzz/corpus/url
 
 # Line coverage of the library itself: its tests, the tool's and the examples' runs all count;
 # the test sources and the test helpers do not.

@@ -91,6 +91,23 @@ expect "rel needs two paths" 2 "" -- "$vfc" rel /a
 expect "resolve" 0 "/x
 http://h:81/x" -- bash -c "'$vfc' resolve -notation unix /a/b ../../../x && '$vfc' resolve -notation 15 http://h:81/a/b /x"
 expect "resolve unknown option" 2 "" -- "$vfc" resolve -z /a b
+# URLs as browsers resolve links: the first URL against each of the others.
+expect "resolve -rfc3986" 0 "http://a/b/c/g
+http://a/b/g
+http://a/b/c/d;p?y
+http://g
+http:g" -- "$vfc" resolve -rfc3986 'http://a/b/c/d;p?q' g ../g '?y' //g http:g
+expect "rel -rfc3986" 0 "g
+/g
+#s
+
+https://a/b/c/g" -- "$vfc" rel -rfc3986 'http://a/b/c/d;p?q' http://a/b/c/g http://a/g \
+    'http://a/b/c/d;p?q#s' 'http://a/b/c/d;p?q' https://a/b/c/g
+expect "rel -rfc3986 of no URL" 1 "g" -- "$vfc" rel -rfc3986 http://a/b/c x/y http://a/b/g
+expect "rel -rfc3986 names the text" 1 'ERROR: vfc rel: not a URL: "x/y"' \
+    -- bash -c "'$vfc' rel -rfc3986 http://a/b/c x/y 2>&1 >/dev/null"
+expect "-rfc3986 and -notation" 2 "" -- "$vfc" resolve -rfc3986 -notation url http://a/ b
+expect "rel -rfc3986 needs two URLs" 2 "" -- "$vfc" rel -rfc3986 http://a/
 
 tmp=$(mktemp -d)
 trap 'rm -rf "$tmp"' EXIT

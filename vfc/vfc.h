@@ -80,6 +80,7 @@
 #include "vfc/files/vFileMap.h"
 #include "vfc/files/vPath.h"
 #include "vfc/files/vPathAlgebra.h"
+#include "vfc/files/vURLAlgebra.h"
 #include "vfc/files/vPathComponent.h"
 #include "vfc/files/vPathComponentList.h"
 #include "vfc/files/vPathModel.h"

@@ -84,6 +84,8 @@ const vpArgListItem kPathOptions[] = {
 
 const vpArgListItem kAlgebraOptions[] = {
     {"-notation", "NOTATION", "notation of both paths and of the result (default host)", false},
+    {"-rfc3986", nullptr,
+     "URLs as browsers resolve links (RFC 3986), one result for each further URL", false},
     {nullptr, nullptr, nullptr, false},
 };
 
@@ -123,6 +125,33 @@ int runPath(const Args& args) {
 
 namespace {
 
+// rel -rfc3986 and resolve -rfc3986: the first URL against each of the others, one result a
+// line; a text that is no URL is reported and the rest still done.
+int runURLAlgebra(const char* name, const ParsedArgs& parsed) {
+    const bool rel = std::string(name) == "rel";
+    vString notation;
+    if (parsed.options.fGetOption("-notation", notation))
+        return usageError(name, "-notation and -rfc3986 do not go together");
+    const std::vector<vString>& urls = parsed.operands;
+    if (urls.size() < 2)
+        return usageError(name, rel ? "expected FROM TO..." : "expected BASE REF...");
+    int status = kSuccess;
+    for (size_t i = 1; i < urls.size(); ++i) {
+        vString out;
+        bool ok = rel ? vcMakeRelativeURL(urls[0], urls[i], out)
+                      : vcResolveURL(urls[0], urls[i], out);
+        if (ok) {
+            std::cout << out << '\n';
+        } else {
+            vString normal;
+            const vString& bad = vcNormalizeURL(urls[0], normal) ? urls[i] : urls[0];
+            reportError(name, "not a URL: \"" + std::string(bad.data(), bad.length()) + "\"");
+            status = kFailure;
+        }
+    }
+    return status;
+}
+
 // rel and resolve: two paths in one notation, one result in it.
 int runAlgebra(const char* name, const Args& args, const char* trailing,
                void (*combine)(const vPathComponentList&, const vPathComponentList&,
@@ -130,6 +159,8 @@ int runAlgebra(const char* name, const Args& args, const char* trailing,
     ParsedArgs parsed;
     int status = parseArgs(name, args, kAlgebraOptions, trailing, parsed);
     if (status >= 0) return status;
+    vString ignored;
+    if (parsed.options.fGetOption("-rfc3986", ignored)) return runURLAlgebra(name, parsed);
     vPathType::TypeEnum notation = vPathType::eHost;
     if (!notationOption(name, parsed.options, "-notation", notation)) return kUsage;
     std::vector<vString> paths = parsed.operands;

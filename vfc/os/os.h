@@ -31,6 +31,49 @@ enum class NodeKind { eMissing, eRegular, eDirectory, eFifo, eSocket, eCharDevic
 // Asks the system now; eMissing when nothing is there or the path cannot be examined.
 NodeKind KindOfPath(const char* path);
 
+// ---- directories and file operations ---------------------------------------------------------
+
+// An entry of a directory: its name and what it is, links not followed (a symbolic link, or on
+// Windows a reparse point such as a junction, is eLink whatever it points to).
+struct DirEntry {
+    enum Kind { eFile, eDirectory, eLink, eOther };
+    std::string name;
+    Kind kind;
+};
+// The entries of the directory path, without "." and ".."; false when it cannot be read.
+bool ListDirectory(const char* path, std::vector<DirEntry>& entries);
+// What path is without following a link: eLink for a link, else as DirEntry says; false when
+// nothing is there.
+bool EntryKind(const char* path, DirEntry::Kind& kind);
+// Makes one directory; false when it exists already or cannot be made.
+bool MakeDirectory(const char* path);
+// Removes a file or a link (never what it points to); false on failure.
+bool RemoveFile(const char* path);
+// Removes an empty directory (or a link to one, on Windows a junction); false on failure.
+bool RemoveEmptyDirectory(const char* path);
+// Renames from to to, replacing a file at to: atomically on POSIX (rename), with
+// MoveFileExA(MOVEFILE_REPLACE_EXISTING) on Windows, which moves across volumes too by copying.
+bool RenamePath(const char* from, const char* to);
+// Copies the bytes of the file from into to (created or truncated, with from's permissions on
+// POSIX); false on failure, which may leave to incomplete.
+bool CopyFileContents(const char* from, const char* to);
+// The modification time in seconds since 1970 UTC; false when it cannot be read.
+bool ModificationTime(const char* path, long long& seconds);
+bool SetModificationTime(const char* path, long long seconds);
+// The size of the file at path; false when it cannot be read.
+bool PathFileSize(const char* path, std::uint64_t& size);
+// Whether this process may read (write) path: access() on POSIX; on Windows an open for that
+// access, which also honours the read-only attribute and the file's security.
+bool MayRead(const char* path);
+bool MayWrite(const char* path);
+// The folder for temporary files: $TMPDIR, else "/tmp" on POSIX; GetTempPathA on Windows
+// (without a separator at the end).
+std::string TemporaryFolder();
+// The current directory; false when it cannot be told.
+bool CurrentDirectory(std::string& path);
+// Changes the current directory; false on failure.
+bool ChangeDirectory(const char* path);
+
 // ---- process locale --------------------------------------------------------------------------
 
 // Switches the character-type locale to the user's environment default for its lifetime and
@@ -57,7 +100,8 @@ constexpr FileHandle kNoFile = -1;
 enum class OpenMode {
     eReadOnly,      // read access, the file must exist
     eReadWriteKeep, // read and write, created when missing, kept when present
-    eReadWriteNew   // read and write, created or truncated
+    eReadWriteNew,  // read and write, created or truncated
+    eCreateOnly     // read and write, created; fails when something is there already
 };
 
 FileHandle OpenFile(const char* path, OpenMode mode);

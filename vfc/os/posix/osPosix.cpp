@@ -8,6 +8,8 @@
 #include <sys/mman.h>
 #include <sys/syscall.h>
 #include <sys/stat.h>
+#include <dirent.h>
+#include <utime.h>
 #include <sys/utsname.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -50,6 +52,145 @@ NodeKind KindOfPath(const char* path) {
     return NodeKind::eOther;
 }
 
+namespace {
+
+DirEntry::Kind kindOf(mode_t mode) {
+    if (S_ISLNK(mode)) return DirEntry::eLink;
+    if (S_ISDIR(mode)) return DirEntry::eDirectory;
+    if (S_ISREG(mode)) return DirEntry::eFile;
+    return DirEntry::eOther;
+}
+
+}  // namespace
+
+bool ListDirectory(const char* path, std::vector<DirEntry>& entries) {
+    if (!path || !*path) return false;
+    DIR* dir = ::opendir(path);
+    if (!dir) return false;
+    const std::string prefix = std::string(path) + "/";
+    while (struct dirent* e = ::readdir(dir)) {
+        const char* name = e->d_name;
+        if (std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0) continue;
+        DirEntry entry;
+        entry.name = name;
+        struct stat st;
+        entry.kind = ::lstat((prefix + name).c_str(), &st) == 0 ? kindOf(st.st_mode)
+                                                                  : DirEntry::eOther;
+        entries.push_back(entry);
+    }
+    ::closedir(dir);
+    return true;
+}
+
+bool EntryKind(const char* path, DirEntry::Kind& kind) {
+    struct stat st;
+    if (!path || !*path || ::lstat(path, &st) != 0) return false;
+    kind = kindOf(st.st_mode);
+    return true;
+}
+
+bool MakeDirectory(const char* path) {
+    return path && *path && ::mkdir(path, 0777) == 0;
+}
+
+bool RemoveFile(const char* path) {
+    return path && *path && ::unlink(path) == 0;
+}
+
+bool RemoveEmptyDirectory(const char* path) {
+    return path && *path && ::rmdir(path) == 0;
+}
+
+bool RenamePath(const char* from, const char* to) {
+    return from && to && *from && *to && ::rename(from, to) == 0;
+}
+
+bool CopyFileContents(const char* from, const char* to) {
+    if (!from || !to || !*from || !*to) return false;
+    int in = ::open(from, O_RDONLY | O_CLOEXEC);
+    if (in < 0) return false;
+    struct stat st;
+    if (::fstat(in, &st) != 0 || !S_ISREG(st.st_mode)) {
+        ::close(in);
+        return false;
+    }
+    int out = ::open(to, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, st.st_mode & 07777);
+    if (out < 0) {
+        ::close(in);
+        return false;
+    }
+    char buffer[64 * 1024];
+    bool ok = true;
+    for (;;) {
+        ssize_t n = ::read(in, buffer, sizeof buffer);
+        if (n < 0 && errno == EINTR) continue;
+        if (n <= 0) {
+            ok = n == 0;
+            break;
+        }
+        if (!WriteAll(static_cast<FileHandle>(out), buffer, static_cast<size_t>(n))) {
+            ok = false;
+            break;
+        }
+    }
+    ::close(in);
+    if (::close(out) != 0) ok = false;
+    return ok;
+}
+
+bool ModificationTime(const char* path, long long& seconds) {
+    struct stat st;
+    if (!path || !*path || ::stat(path, &st) != 0) return false;
+    seconds = static_cast<long long>(st.st_mtime);
+    return true;
+}
+
+bool SetModificationTime(const char* path, long long seconds) {
+    struct stat st;
+    if (!path || !*path || ::stat(path, &st) != 0) return false;
+    struct utimbuf times;
+    times.actime = st.st_atime;
+    times.modtime = static_cast<time_t>(seconds);
+    return ::utime(path, &times) == 0;
+}
+
+bool PathFileSize(const char* path, std::uint64_t& size) {
+    struct stat st;
+    if (!path || !*path || ::stat(path, &st) != 0) return false;
+    size = static_cast<std::uint64_t>(st.st_size);
+    return true;
+}
+
+bool MayRead(const char* path) {
+    return path && *path && ::access(path, R_OK) == 0;
+}
+
+bool MayWrite(const char* path) {
+    return path && *path && ::access(path, W_OK) == 0;
+}
+
+std::string TemporaryFolder() {
+    const char* dir = std::getenv("TMPDIR");
+    std::string path = dir && *dir ? dir : "/tmp";
+    while (path.size() > 1 && path.back() == '/')
+        path.pop_back();
+    return path;
+}
+
+bool CurrentDirectory(std::string& path) {
+    std::vector<char> buf(1024);
+    while (!::getcwd(buf.data(), buf.size())) {
+        if (errno != ERANGE || buf.size() > (1u << 20)) return false;
+        buf.resize(buf.size() * 2);
+    }
+    path = buf.data();
+    return true;
+}
+
+bool ChangeDirectory(const char* path) {
+    return path && *path && ::chdir(path) == 0;
+}
+
 FileHandle OpenFile(const char* path, OpenMode mode) {
     if (!path || !*path) return kNoFile;
     int flags = O_CLOEXEC;
@@ -57,6 +198,7 @@ FileHandle OpenFile(const char* path, OpenMode mode) {
         case OpenMode::eReadOnly: flags |= O_RDONLY; break;
         case OpenMode::eReadWriteKeep: flags |= O_RDWR | O_CREAT; break;
         case OpenMode::eReadWriteNew: flags |= O_RDWR | O_CREAT | O_TRUNC; break;
+        case OpenMode::eCreateOnly: flags |= O_RDWR | O_CREAT | O_EXCL; break;
     }
     int fd;
     do {

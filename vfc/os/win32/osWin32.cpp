@@ -71,6 +71,169 @@ NodeKind KindOfPath(const char* path) {
     }
 }
 
+// ---- directories and file operations ---------------------------------------------------------
+
+namespace {
+
+DirEntry::Kind kindOf(DWORD attributes) {
+    if (attributes & FILE_ATTRIBUTE_REPARSE_POINT) return DirEntry::eLink;
+    if (attributes & FILE_ATTRIBUTE_DIRECTORY) return DirEntry::eDirectory;
+    return DirEntry::eFile;
+}
+
+// Seconds since 1970 and FILETIME (100 ns since 1601).
+constexpr long long kEpochDifference = 11644473600LL;
+
+long long secondsOf(const FILETIME& t) {
+    ULARGE_INTEGER u;
+    u.LowPart = t.dwLowDateTime;
+    u.HighPart = t.dwHighDateTime;
+    return static_cast<long long>(u.QuadPart / 10000000ULL) - kEpochDifference;
+}
+
+FILETIME fileTimeOf(long long seconds) {
+    ULARGE_INTEGER u;
+    u.QuadPart = static_cast<ULONGLONG>(seconds + kEpochDifference) * 10000000ULL;
+    FILETIME t;
+    t.dwLowDateTime = u.LowPart;
+    t.dwHighDateTime = u.HighPart;
+    return t;
+}
+
+}  // namespace
+
+bool ListDirectory(const char* path, std::vector<DirEntry>& entries) {
+    if (!path || !*path) return false;
+    std::string pattern(path);
+    if (pattern.back() != '/' && pattern.back() != '\\') pattern += '\\';
+    pattern += '*';
+    WIN32_FIND_DATAA data;
+    HANDLE find = ::FindFirstFileA(pattern.c_str(), &data);
+    if (find == INVALID_HANDLE_VALUE) return ::GetLastError() == ERROR_FILE_NOT_FOUND;
+    do {
+        if (std::strcmp(data.cFileName, ".") == 0 || std::strcmp(data.cFileName, "..") == 0)
+            continue;
+        DirEntry entry;
+        entry.name = data.cFileName;
+        entry.kind = kindOf(data.dwFileAttributes);
+        entries.push_back(entry);
+    } while (::FindNextFileA(find, &data));
+    ::FindClose(find);
+    return true;
+}
+
+bool EntryKind(const char* path, DirEntry::Kind& kind) {
+    DWORD a = attributesOf(path);
+    if (a == INVALID_FILE_ATTRIBUTES) return false;
+    kind = kindOf(a);
+    return true;
+}
+
+bool MakeDirectory(const char* path) {
+    return path && *path && ::CreateDirectoryA(path, nullptr);
+}
+
+bool RemoveFile(const char* path) {
+    if (!path || !*path) return false;
+    if (::DeleteFileA(path)) return true;
+    // A read-only file is removed as the user asked, as POSIX would in a writable folder.
+    DWORD a = ::GetFileAttributesA(path);
+    return a != INVALID_FILE_ATTRIBUTES && (a & FILE_ATTRIBUTE_READONLY) &&
+           ::SetFileAttributesA(path, a & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY)) &&
+           ::DeleteFileA(path);
+}
+
+bool RemoveEmptyDirectory(const char* path) {
+    return path && *path && ::RemoveDirectoryA(path);
+}
+
+bool RenamePath(const char* from, const char* to) {
+    return from && to && *from && *to &&
+           ::MoveFileExA(from, to, MOVEFILE_REPLACE_EXISTING | MOVEFILE_COPY_ALLOWED);
+}
+
+bool CopyFileContents(const char* from, const char* to) {
+    if (!from || !to || !*from || !*to) return false;
+    if (attributesOf(from) & FILE_ATTRIBUTE_DIRECTORY) return false;
+    return ::CopyFileA(from, to, FALSE);
+}
+
+bool ModificationTime(const char* path, long long& seconds) {
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    if (!path || !*path || !::GetFileAttributesExA(path, GetFileExInfoStandard, &data))
+        return false;
+    seconds = secondsOf(data.ftLastWriteTime);
+    return true;
+}
+
+bool SetModificationTime(const char* path, long long seconds) {
+    if (!path || !*path) return false;
+    // FILE_FLAG_BACKUP_SEMANTICS opens a directory too.
+    HANDLE h = ::CreateFileA(path, FILE_WRITE_ATTRIBUTES,
+                             FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                             OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (h == INVALID_HANDLE_VALUE) return false;
+    FILETIME t = fileTimeOf(seconds);
+    bool ok = ::SetFileTime(h, nullptr, nullptr, &t);
+    ::CloseHandle(h);
+    return ok;
+}
+
+bool PathFileSize(const char* path, std::uint64_t& size) {
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    if (!path || !*path || !::GetFileAttributesExA(path, GetFileExInfoStandard, &data))
+        return false;
+    size = (static_cast<std::uint64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
+    return true;
+}
+
+namespace {
+
+bool mayOpen(const char* path, DWORD access) {
+    DWORD a = attributesOf(path);
+    if (a == INVALID_FILE_ATTRIBUTES) return false;
+    if ((access & GENERIC_WRITE) && (a & FILE_ATTRIBUTE_READONLY)) return false;
+    HANDLE h = ::CreateFileA(path, access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                             nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (h == INVALID_HANDLE_VALUE) return false;
+    ::CloseHandle(h);
+    return true;
+}
+
+}  // namespace
+
+bool MayRead(const char* path) {
+    return mayOpen(path, GENERIC_READ);
+}
+
+bool MayWrite(const char* path) {
+    return mayOpen(path, GENERIC_WRITE);
+}
+
+std::string TemporaryFolder() {
+    char buf[MAX_PATH + 1];
+    DWORD n = ::GetTempPathA(sizeof buf, buf);
+    if (n == 0 || n > MAX_PATH) return std::string();
+    std::string path(buf, n);
+    while (path.size() > 3 && (path.back() == '\\' || path.back() == '/'))
+        path.pop_back();
+    return path;
+}
+
+bool CurrentDirectory(std::string& path) {
+    DWORD n = ::GetCurrentDirectoryA(0, nullptr);
+    if (n == 0) return false;
+    std::vector<char> buf(n + 1);
+    DWORD got = ::GetCurrentDirectoryA(static_cast<DWORD>(buf.size()), buf.data());
+    if (got == 0 || got >= buf.size()) return false;
+    path.assign(buf.data(), got);
+    return true;
+}
+
+bool ChangeDirectory(const char* path) {
+    return path && *path && ::SetCurrentDirectoryA(path);
+}
+
 // ---- files and mappings ----------------------------------------------------------------------
 
 FileHandle OpenFile(const char* path, OpenMode mode) {
@@ -86,6 +249,10 @@ FileHandle OpenFile(const char* path, OpenMode mode) {
         case OpenMode::eReadWriteNew:
             access |= GENERIC_WRITE;
             disposition = CREATE_ALWAYS;
+            break;
+        case OpenMode::eCreateOnly:
+            access |= GENERIC_WRITE;
+            disposition = CREATE_NEW;
             break;
     }
     // Other processes may read and write the file meanwhile.

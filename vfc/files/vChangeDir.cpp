@@ -1,0 +1,17 @@
+#include "vfc/files/vChangeDir.h"
+
+#include <string>
+
+#include "vfc/os/os.h"
+
+vChangeDir::vChangeDir(const vFile& dir) {
+    std::string previous;
+    if (!vfc::os::CurrentDirectory(previous)) return;
+    if (!vfc::os::ChangeDirectory(dir.fPath().data())) return;
+    aPrevious = vFile(vString(previous.data(), previous.size()));
+    aChanged = true;
+}
+
+vChangeDir::~vChangeDir() {
+    if (aChanged) vfc::os::ChangeDirectory(aPrevious.fPath().data());
+}

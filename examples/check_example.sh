@@ -109,6 +109,20 @@ check_convert() {
     fi
 
     # Refused: a type it cannot convert, a missing file, bad usage.
+    # A logo is copied with its time into img/ and shown on the index page; the new site
+    # replaces the old one as a whole, and no work folder is left beside it.
+    run 0 -in "$work/input/Release Notes.txt" -out site -logo "$samples/types/logo.gif"
+    same "$samples/types/logo.gif" site/img/logo.gif
+    [ "$(stat -c %Y site/img/logo.gif)" = "$(stat -c %Y "$samples/types/logo.gif")" ] ||
+        fail "site/img/logo.gif lost its modification time"
+    contains site/index.html '<p><img src="img/logo.gif" alt=""></p>'
+    same "$expected/convert-text.html" "site/text/Release Notes.html"
+    [ -z "$(find . -maxdepth 1 -name '.convert-*')" ] || fail "a work folder was left behind"
+    run 1 -in "$work/input/Release Notes.txt" -out site -logo "$work/no-such.gif"
+    contains err.txt "ERROR: Cannot copy"
+    contains site/index.html '<p><img src="img/logo.gif" alt=""></p>'  # the old site stays
+    [ -z "$(find . -maxdepth 1 -name '.convert-*')" ] || fail "a failed run left its work folder"
+
     run 1 -in "$samples/types/logo.gif" -out refused
     contains err.txt "ERROR: logo.gif is image/gif, not plain text."
     [ -e refused/index.html ] && fail "a refused input still produced refused/index.html"

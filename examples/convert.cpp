@@ -1,14 +1,15 @@
 // convert: the shape of a converter built on vfc. It turns a plain-text file into a small web
-// site of two pages that link to each other: OUT/index.html and OUT/text/NAME.html. On the way it
-// shows the application object with its options, variable expansion, path components, type
-// detection, line reading, relative links, output streams, progress and error reporting.
+// site of two pages that link to each other: OUT/index.html and OUT/text/NAME.html, with a logo
+// image copied into OUT/img/ when one is given. On the way it shows the application object with
+// its options, variable expansion, path components, type detection, line reading, relative
+// links, output streams, file operations, progress and error reporting. The site is built in a
+// temporary folder beside OUT and renamed into place when it is complete, so a failed run leaves
+// the previous site as it was.
 //
 //   convert -in %HOME%/notes.txt -out site       (the program expands %HOME%, not the shell)
 //
 // Exit status: 0 when both pages were written, 1 when the conversion failed, 2 on bad usage.
-#include <filesystem>
 #include <iostream>
-#include <system_error>
 
 #include <vfc/vfc.h>
 
@@ -26,6 +27,7 @@ const vpOption kOptions[] = {
 const vpArgListItem kArguments[] = {
     {"-in", "FILE", "the text file to convert (%VAR% and $VAR are expanded)", true},
     {"-out", "DIR", "the output folder (default: the outdir option)", false},
+    {"-logo", "IMAGE", "an image to copy into the site and show on the index page", false},
     {nullptr, nullptr, nullptr, false},
 };
 
@@ -103,7 +105,8 @@ int main(int argc, char** argv) {
     if (args.fGetOption("-in", value)) app.fSetOption("input", value);
     if (args.fGetOption("-out", value)) app.fSetOption("outdir", value);
 
-    vString input, outDir;
+    vString input, outDir, logo;
+    args.fGetOption("-logo", logo);
     app.fGetOption("input", input);
     app.fGetOption("outdir", outDir);
     vpcUserEnvExpand(input);  // "%HOME%/notes.txt" -> "/home/ann/notes.txt"
@@ -132,15 +135,39 @@ int main(int argc, char** argv) {
         lines.fInsert(line);  // LF, CR LF and CR all end a line
     in.fClose();
 
-    // The pages by their place in the site, then as files under the output folder.
+    // The site is built in a temporary folder next to the output folder (one file system, so
+    // that the folder can be renamed into place); it goes again when anything fails.
+    vcListComponents(vPathType::eHost, outDir, outPath, true);
+    vPathComponent last;
+    vcTrimLastComponent(outPath, last);
+    vString parent;
+    vcGeneratePath(vPathType::eHost, outPath, parent);
+    if (parent.isNull() || parent == ".") parent = ".";
+    if (!vcMakeDirectoryTree(vFile(parent))) return fail("Cannot create \"" + parent + "\".");
+    vTempDir work(".convert-", vFile(parent));
+    if (!work.fOK()) return fail("Cannot create a folder in \"" + parent + "\".");
+    vPathComponentList workPath;
+    vcListComponents(vPathType::eHost, work.fDir().fPath(), workPath, true);
+
+    // The pages by their place in the site, then as files under the work folder.
     const vString indexPage("/index.html"), textPage("/text/" + stem + ".html");
     const vString down = linkFrom(indexPage, textPage), up = linkFrom(textPage, indexPage);
-    vcListComponents(vPathType::eHost, outDir, outPath, true);
-    const vString indexFile = fileOf(outPath, indexPage), textFile = fileOf(outPath, textPage);
-    const vString textDir = fileOf(outPath, "/text");
-    std::error_code error;  // the library makes no folders; the standard library does
-    std::filesystem::create_directories(textDir.data(), error);
-    if (error) return fail("Cannot create the folder \"" + textDir + "\".");
+    const vString indexFile = fileOf(workPath, indexPage), textFile = fileOf(workPath, textPage);
+    const vString textDir = fileOf(workPath, "/text");
+    if (!vcMakeDirectoryTree(vFile(textDir))) return fail("Cannot create \"" + textDir + "\".");
+
+    // The logo, copied with its modification time into img/.
+    vString logoPage;
+    if (!logo.isNull()) {
+        vPathComponentList logoPath;
+        vPathComponent logoName;
+        vcListComponents(vPathType::eHost, logo, logoPath);
+        vcTrimLastComponent(logoPath, logoName);
+        logoPage = "/img/" + logoName.aText();
+        if (!vcMakeDirectoryTree(vFile(fileOf(workPath, "/img"))) ||
+            !vcCopyFile(vFile(logo), vFile(fileOf(workPath, logoPage))))
+            return fail("Cannot copy \"" + logo + "\".");
+    }
 
     // The text page, with progress by line; a level is always ended through its mark.
     vSlistvString body;
@@ -168,9 +195,17 @@ int main(int argc, char** argv) {
     vInt(static_cast<int>(lines.fEntries())).fAsString(count);
     body.fClearAndDestroy();
     body.fInsert("<h1>" + title + "</h1>");
+    if (!logoPage.isNull())
+        body.fInsert("<p><img src=\"" + linkFrom(indexPage, logoPage) + "\" alt=\"\"></p>");
     body.fInsert("<p><a href=\"" + down + "\">" + title + "</a>: " + count + " lines of " + type +
                  "</p>");
     if (!writePage(indexFile, title, body)) return fail("Cannot write \"" + indexFile + "\".");
+
+    // Complete: the site replaces what was at the output folder.
+    vFile site(outDir);
+    if (site.QueryStat() && !vcRemoveTree(site)) return fail("Cannot replace \"" + outDir + "\".");
+    if (!vcRenameFile(work.fDir(), site)) return fail("Cannot move the site to \"" + outDir + "\".");
+    work.fKeep();
 
     app.fLogMsg("index.html -> " + down, 0);
     app.fLogMsg(down + " -> " + up, 0);

@@ -96,6 +96,9 @@
 #include "vfc/app/vAppStatusStackDepth.h"
 #include "vfc/app/vpOption.h"
 #include "vfc/app/vpcEnv.h"
+#include "vfc/app/vOutputStack.h"
+#include "vfc/app/vOutputAppend.h"
+#include "vfc/app/vpDebug.h"
 
 #include "vfc/system/vLibrary.h"
 #include "vfc/system/vProcess.h"

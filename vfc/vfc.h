@@ -77,6 +77,7 @@
 #include "vfc/files/vComponentType.h"
 #include "vfc/files/vFile.h"
 #include "vfc/files/vMatchList.h"
+#include "vfc/files/vDirHierFilter.h"
 #include "vfc/files/vFileMap.h"
 #include "vfc/files/vPath.h"
 #include "vfc/files/vPathAlgebra.h"

@@ -36,6 +36,8 @@ const std::vector<Command>& commands() {
          runGrep},
         {"match", "[-i] PATTERNS NAME...", "print the NAMEs that a list of wildcards matches",
          nullptr, runMatch},
+        {"find", "[-include LIST] [-exclude LIST] [-depth N] [-dirs] DIR",
+         "print the files of a directory tree that pass wildcard lists, sorted", nullptr, runFind},
         {"ini", "FILE", "print the sections and keys of an INI file", nullptr, runIni},
         {"dump", "FILE", "print the object tree of a persistent object file",
          "Prints every object of FILE (the portable object format) as its class name and\n"

@@ -63,6 +63,7 @@ int parseOptions(const char* name, const Args& args, const vpArgListItem* table,
 
 int runDump(const Args& args);
 int runExpand(const Args& args);
+int runFind(const Args& args);
 int runInfo(const Args& args);
 int runIni(const Args& args);
 int runMatch(const Args& args);

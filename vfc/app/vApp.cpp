@@ -148,6 +148,7 @@ vApp::vApp(const vApp& other) = default;
 vApp& vApp::operator=(const vApp& other) = default;
 
 vApp::~vApp() {
+    fClearMutexes();
     vApp* self = this;
     gCurrentApp.compare_exchange_strong(self, nullptr);
 }

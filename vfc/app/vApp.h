@@ -2,6 +2,8 @@
 #define VFC_APP_VAPP_H
 
 #include <csignal>
+#include <cstdint>
+#include <string>
 #include <type_traits>
 #include <vector>
 
@@ -51,14 +53,15 @@ VFC_API const char* vpcLibraryMessages(unsigned id);
 /// Ownership: the object owns copies of everything it gathers and its tables; the references
 /// its accessors return stay valid while it lives (fLoadString's and fGenMessage's only until
 /// the next such call). It borrows the option tables only during construction and
-/// fAddValidOptions. Copies are independent, and a copy does not become the current application.
+/// fAddValidOptions. Copies are independent, and a copy does not become the current application
+/// and holds none of the named mutexes.
 /// When the current application is destroyed, vAppInfo() falls back to the default application,
 /// not to an earlier vApp that is still alive.
 ///
 /// Failure: nothing throws. The few operations that can fail return false (fChangeUser,
-/// fGetOption, fSetOption, fLoadOptions, the content-type file operations); missing
-/// information (an unknown user, no home) leaves the corresponding value empty. Construction
-/// ignores an options file it cannot read; call fLoadOptions() to find out.
+/// fGetOption, fSetOption, fLoadOptions, the content-type file operations, the named mutexes);
+/// missing information (an unknown user, no home) leaves the corresponding value empty.
+/// Construction ignores an options file it cannot read; call fLoadOptions() to find out.
 class VFC_API vApp {
   public:
     // 0: no licence check.
@@ -87,10 +90,11 @@ class VFC_API vApp {
          const vString& optionsName, Null, LicenseType license = eNoLicenseCheck)
         : vApp(family, name, version, optionsName, static_cast<const vpOption*>(nullptr),
                license) {}
-    // Copies every member; the copy does not become the current application.
+    // Copies every member but the named mutexes, which stay with other; the copy does not become
+    // the current application.
     vApp(const vApp& other);
     vApp& operator=(const vApp& other);
-    // The current application is cleared when it is this one.
+    // Releases the named mutexes; the current application is cleared when it is this one.
     virtual ~vApp();
 
     // ---- product, machine, user -------------------------------------------------------------
@@ -240,7 +244,41 @@ class VFC_API vApp {
     void fInsertThreadId(int id) { aThreadSet.fInsert(vInt(id)); }
     void fDeleteThreadId(int id) { aThreadSet.fDelete(vInt(id)); }
     const vSetvInt& fThreadSet() const { return aThreadSet; }
-    const vSetvString& mutexNames() const { return aMutexNames; }
+    // The names of the named mutexes this object holds.
+    const vSetvString& mutexNames() const { return aMutexes.aNames; }
+    // Named mutexes keep a tool from running twice on one thing (a project, a folder) at once:
+    // each name stands for one thing, and one process at a time may hold it. They belong to the
+    // user (to the logon session on Windows) and are never waited for. A holder that ends
+    // without releasing, however it ends, blocks nobody: the system drops what it held.
+    //
+    // On POSIX a mutex is a lock file "mutex-<name>" in the user's runtime folder
+    // ($XDG_RUNTIME_DIR, else "vfc-<uid>" in the temporary folder, mode 0700) with an advisory
+    // lock the kernel keeps while the holder lives; the file holds the holder's process id for
+    // people and is removed on release. On Windows it is the kernel mutex "Local\mutex_<name>",
+    // taken by the thread that called fSetMutexes, which must also be the one that releases it;
+    // when that thread ends first, the mutex is free for the next taker (a POSIX lock stays with
+    // the process).
+    // In both, characters other than letters, digits, '.', '_' and '-' are written "%XX", so
+    // any name (slashes, backslashes, spaces) gives a valid file and object name, and a very long
+    // one is cut and ends in a hash of the whole. Unlike a lock file judged stale by its
+    // holder's pid or age, nothing here can be mistaken for free while its holder lives, and
+    // unlike a mutex of the process, two holders in one process exclude each other as well.
+    //
+    // Takes every name (all or none): when one is held elsewhere, or cannot be had, those taken
+    // by this call are released again and the result is false. Names this object holds already
+    // count as taken; an empty name is refused. The names go to mutexNames().
+    bool fSetMutexes(const vSetvString& names);
+    // Releases every mutex this object holds; false when it held none. The destructor does it.
+    bool fClearMutexes();
+    // Sets held to those of names that some holder (this process included) has now, without
+    // taking them; true when there is any. On Windows it takes and releases each mutex not held
+    // in this process to find out, so a process taking one at that very instant fails.
+    bool fQueryMutexes(const vSetvString& names, vSetvString& held) const;
+    // Releases those of names this object holds and removes what holders that ended left of the
+    // others (POSIX: the lock file; a Windows mutex disappears with its holder, so nothing is
+    // left to remove). A mutex a living holder has, in this process or another, is never taken
+    // from it, which would let two runs in at once; the result is then false, else true.
+    bool fForceClearMutexes(const vSetvString& names);
 
     // ---- process-wide -------------------------------------------------------------------------
     // Installs the console abort handler without (or before) a vApp; it acts on the current
@@ -313,7 +351,22 @@ class VFC_API vApp {
     vString aMessageBuffer;
     // Set by the signal handler, hence a sig_atomic_t.
     volatile std::sig_atomic_t aAbort = 0;
-    vSetvString aMutexNames;
+    // What fSetMutexes took: the names, and per name the system's object name and handle. A
+    // copy of the application holds none of them: each is released once, by the object that
+    // took it, and assigning keeps the target's own.
+    struct vpHeldMutexes {
+        struct Held {
+            vString name;
+            std::string object;
+            std::intptr_t handle;
+        };
+        vpHeldMutexes() = default;
+        vpHeldMutexes(const vpHeldMutexes&) {}
+        vpHeldMutexes& operator=(const vpHeldMutexes&) { return *this; }
+        vSetvString aNames;
+        std::vector<Held> aHeld;
+    };
+    vpHeldMutexes aMutexes;
     vHashvStringvSlvString aContentTypes;
     vHashvStringvString aExtensions;
     vSetvInt aThreadSet;

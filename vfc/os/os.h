@@ -239,6 +239,38 @@ void* OpenLibrary(const char* path);
 // The address of an exported symbol, or null.
 void* FindSymbol(void* library, const char* name);
 
+// ---- named mutexes ------------------------------------------------------------------------------
+
+// A named mutex this process holds (a locked descriptor on POSIX, a mutex HANDLE on Windows);
+// kNoMutex is none.
+using MutexHandle = std::intptr_t;
+constexpr MutexHandle kNoMutex = -1;
+// The folder for the user's lock files: $XDG_RUNTIME_DIR when it names a directory, else
+// "vfc-<uid>" in the temporary folder, made with mode 0700 when missing and used only when it is
+// a real directory of this user that nobody else may enter. False when there is none, and always
+// on Windows, whose named mutexes are kernel objects.
+bool UserRuntimeFolder(std::string& path);
+// Takes the named mutex without waiting; false when another holder has it or on failure. name is
+// the path of a lock file on POSIX: the file is created (mode 0600), locked with a write lock of
+// its open file description where the system has those (Linux), else of the process, and gets
+// this process's id; the kernel drops the lock when the holder ends, however it ends. On Windows
+// name is a kernel object name ("Local\..."): the mutex is created or opened and waited for with
+// no time; one abandoned by a holder that ended without releasing it counts as taken. A mutex is
+// not taken twice in one process: the caller keeps track of what the process holds.
+bool AcquireNamedMutex(const char* name, MutexHandle& handle);
+// Releases a mutex taken with the same name: POSIX removes the lock file while still holding it,
+// then closes it; Windows releases the mutex, which only the thread that took it may do, and
+// closes the handle.
+void ReleaseNamedMutex(const char* name, MutexHandle handle);
+// Whether some process other than this one holds the named mutex now. POSIX tests the lock
+// without taking it. Windows cannot: it takes the mutex and releases it at once, so a process
+// trying to take it at that instant fails.
+bool NamedMutexHeld(const char* name);
+// Removes what remains of a named mutex nobody holds: POSIX takes the lock and removes the file
+// (a holder that crashed leaves it); on Windows a mutex vanishes with its last handle and there
+// is nothing to remove. False when another process holds it, which is left alone.
+bool RemoveNamedMutex(const char* name);
+
 }  // namespace os
 }  // namespace vfc
 

@@ -539,5 +539,117 @@ void* FindSymbol(void* library, const char* name) {
     return library && name ? ::dlsym(library, name) : nullptr;
 }
 
+// ---- named mutexes ------------------------------------------------------------------------------
+
+bool UserRuntimeFolder(std::string& path) {
+    const char* runtime = std::getenv("XDG_RUNTIME_DIR");
+    if (runtime && runtime[0] == '/' && IsDirectory(runtime)) {
+        path = runtime;
+        return true;
+    }
+    std::string dir = TemporaryFolder() + "/vfc-" + std::to_string(::getuid());
+    ::mkdir(dir.c_str(), 0700);
+    // The temporary folder is shared: a folder someone else made, or a link, is not used.
+    struct stat st;
+    if (::lstat(dir.c_str(), &st) != 0 || !S_ISDIR(st.st_mode) || st.st_uid != ::getuid() ||
+        (st.st_mode & 077) != 0)
+        return false;
+    path = dir;
+    return true;
+}
+
+namespace {
+
+// A write lock on the whole file; F_OFD_SETLK locks the open file description, so two
+// descriptors of one process exclude each other and closing another descriptor of the file
+// keeps the lock. Without it the lock is the process's.
+bool lockFile(int fd, bool test, bool& held) {
+    struct flock lock;
+    std::memset(&lock, 0, sizeof lock);
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+#ifdef F_OFD_SETLK
+    const int setCommand = F_OFD_SETLK;
+    const int getCommand = F_OFD_GETLK;
+#else
+    const int setCommand = F_SETLK;
+    const int getCommand = F_GETLK;
+#endif
+    held = false;
+    if (test) {
+        if (::fcntl(fd, getCommand, &lock) != 0) return false;
+        held = lock.l_type != F_UNLCK;
+        return true;
+    }
+    if (::fcntl(fd, setCommand, &lock) == 0) return true;
+    held = errno == EACCES || errno == EAGAIN;
+    return false;
+}
+
+// Whether fd is still the file at path: a holder removes its file on release, and a lock on a
+// removed file excludes nobody.
+bool stillNamed(int fd, const char* path) {
+    struct stat open, named;
+    return ::fstat(fd, &open) == 0 && ::stat(path, &named) == 0 && open.st_dev == named.st_dev &&
+           open.st_ino == named.st_ino;
+}
+
+// Opens and locks the lock file; -1 when it is held or cannot be had.
+int lockNamed(const char* path, bool create) {
+    if (!path || !*path) return -1;
+    // A few rounds at most: each one lost means a holder released in between.
+    for (int round = 0; round < 8; ++round) {
+        int fd = ::open(path, O_RDWR | O_CLOEXEC | O_NOFOLLOW | (create ? O_CREAT : 0), 0600);
+        if (fd < 0) return -1;
+        bool held = false;
+        if (!lockFile(fd, false, held)) {
+            ::close(fd);
+            return -1;
+        }
+        if (stillNamed(fd, path)) return fd;
+        ::close(fd);
+    }
+    return -1;
+}
+
+}  // namespace
+
+bool AcquireNamedMutex(const char* name, MutexHandle& handle) {
+    int fd = lockNamed(name, true);
+    if (fd < 0) return false;
+    // The holder's id, for people looking at the folder.
+    const std::string pid = std::to_string(::getpid()) + "\n";
+    if (::ftruncate(fd, 0) == 0) WriteAll(fd, pid.data(), pid.size());
+    handle = fd;
+    return true;
+}
+
+void ReleaseNamedMutex(const char* name, MutexHandle handle) {
+    if (handle == kNoMutex) return;
+    // Removed while still locked, so that nobody takes a lock on a file about to go.
+    if (name && stillNamed(static_cast<int>(handle), name)) ::unlink(name);
+    ::close(static_cast<int>(handle));
+}
+
+bool NamedMutexHeld(const char* name) {
+    if (!name || !*name) return false;
+    int fd = ::open(name, O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+    if (fd < 0) return false;
+    bool held = false;
+    lockFile(fd, true, held);
+    ::close(fd);
+    return held;
+}
+
+bool RemoveNamedMutex(const char* name) {
+    if (!name || !*name) return false;
+    if (!PathExists(name)) return true;
+    int fd = lockNamed(name, false);
+    if (fd < 0) return !PathExists(name);
+    ::unlink(name);
+    ::close(fd);
+    return true;
+}
+
 }  // namespace os
 }  // namespace vfc

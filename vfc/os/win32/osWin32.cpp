@@ -757,5 +757,55 @@ void* FindSymbol(void* library, const char* name) {
     return address;
 }
 
+// ---- named mutexes ------------------------------------------------------------------------------
+
+bool UserRuntimeFolder(std::string&) {
+    return false;
+}
+
+namespace {
+
+// Waits for the mutex with no time: true when it is now this thread's, also when its holder
+// ended without releasing it (abandoned).
+bool takeNow(HANDLE mutex) {
+    DWORD result = ::WaitForSingleObject(mutex, 0);
+    return result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
+}
+
+}  // namespace
+
+bool AcquireNamedMutex(const char* name, MutexHandle& handle) {
+    if (!name || !*name) return false;
+    HANDLE mutex = ::CreateMutexA(nullptr, FALSE, name);
+    if (!mutex) return false;
+    if (!takeNow(mutex)) {
+        ::CloseHandle(mutex);
+        return false;
+    }
+    handle = fromHandle(mutex);
+    return true;
+}
+
+void ReleaseNamedMutex(const char*, MutexHandle handle) {
+    if (handle == kNoMutex || !usable(handle)) return;
+    ::ReleaseMutex(asHandle(handle));
+    ::CloseHandle(asHandle(handle));
+}
+
+// Takes and releases at once: Windows has no way to look at a mutex's owner without taking it.
+bool NamedMutexHeld(const char* name) {
+    if (!name || !*name) return false;
+    HANDLE mutex = ::OpenMutexA(SYNCHRONIZE | MUTEX_MODIFY_STATE, FALSE, name);
+    if (!mutex) return ::GetLastError() == ERROR_ACCESS_DENIED;
+    bool held = !takeNow(mutex);
+    if (!held) ::ReleaseMutex(mutex);
+    ::CloseHandle(mutex);
+    return held;
+}
+
+bool RemoveNamedMutex(const char* name) {
+    return !NamedMutexHeld(name);
+}
+
 }  // namespace os
 }  // namespace vfc

@@ -176,9 +176,22 @@ TEST_F(vAppMutexTest, TakesAllOrNone) {
 
 TEST_F(vAppMutexTest, OddNamesAreDistinctAndValid) {
     const std::string longA(500, 'a');
-    const std::vector<std::string> odd = {
-        "dir/sub", "dir\\sub", "dir%2Fsub", "with space", " ", "..", "/", "\\", "C:\\Proj\\a.prj",
-        "\xc3\xa9t\xc3\xa9", longA + "1", longA + "2", "~x", "%7Ex", "Case", "case"};
+    const std::vector<std::string> odd = {"dir/sub",
+                                          "dir\\sub",
+                                          "dir%2Fsub",
+                                          "with space",
+                                          " ",
+                                          "..",
+                                          "/",
+                                          "\\",
+                                          "C:\\Proj\\a.prj",
+                                          "\xc3\xa9t\xc3\xa9",
+                                          longA + "1",
+                                          longA + "2",
+                                          "~x",
+                                          "%7Ex",
+                                          "Case",
+                                          "case"};
     vApp app("vfc", "MutexTest", "1.0");
     vApp other("vfc", "MutexOther", "1.0");
     ASSERT_TRUE(app.fSetMutexes(Set(odd)));

@@ -75,19 +75,24 @@ bool copyTree(const std::string& from, const std::string& to) {
         const std::string source = child(from, e.name);
         const std::string target = child(to, e.name);
         switch (e.kind) {
-            case os::DirEntry::eDirectory: ok = copyTree(source, target) && ok; break;
+            case os::DirEntry::eDirectory:
+                ok = copyTree(source, target) && ok;
+                break;
             case os::DirEntry::eLink:
                 // Followed to a file only: a directory link could lead out of the tree or in a
                 // circle.
                 if (!os::IsDirectory(source.c_str())) ok = copyFile(source, target) && ok;
                 break;
-            case os::DirEntry::eFile: ok = copyFile(source, target) && ok; break;
-            case os::DirEntry::eOther: ok = false; break;
+            case os::DirEntry::eFile:
+                ok = copyFile(source, target) && ok;
+                break;
+            case os::DirEntry::eOther:
+                ok = false;
+                break;
         }
     }
     long long seconds = 0;
-    if (os::ModificationTime(from.c_str(), seconds))
-        os::SetModificationTime(to.c_str(), seconds);
+    if (os::ModificationTime(from.c_str(), seconds)) os::SetModificationTime(to.c_str(), seconds);
     return ok;
 }
 

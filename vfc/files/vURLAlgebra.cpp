@@ -212,9 +212,8 @@ std::string normalizeEscapes(const std::string& s, bool lowerCase) {
             // A "%" that starts no escape stays as written; a hex digit decoded right after it
             // would make one ("%a%61" is not "%aa"), so such a digit stays escaped.
             const size_t k = out.size();
-            const bool afterStray =
-                hexValue(decoded) >= 0 &&
-                ((k >= 1 && out[k - 1] == '%') || (k >= 2 && out[k - 2] == '%'));
+            const bool afterStray = hexValue(decoded) >= 0 && ((k >= 1 && out[k - 1] == '%') ||
+                                                               (k >= 2 && out[k - 2] == '%'));
             if (isUnreserved(decoded) && !afterStray) {
                 out += lowerCase ? lower(decoded) : decoded;
             } else {

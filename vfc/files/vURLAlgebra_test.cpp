@@ -115,13 +115,13 @@ TEST(vURLAlgebra, RelativeReferencesAreShortestAndLeadBack) {
         {"http://a/b/c/", "./"},
         {"http://a/b/", "../"},
         {"http://a/b/g", "../g"},
-        {"http://a/g", "/g"},        // shorter than ../../g
-        {"http://g/x", "//g/x"},     // another host
+        {"http://a/g", "/g"},                    // shorter than ../../g
+        {"http://g/x", "//g/x"},                 // another host
         {"https://a/b/c/g", "https://a/b/c/g"},  // another scheme: the URL itself
-        {"http://a/b/c/g:h", "./g:h"},  // a colon that would read as a scheme
-        {"http://a/b/c//x", ".//x"},    // an empty first segment
-        {"http://a/b/c/d;p", "d;p"},    // the base's query must go
-        {"http://a/b/c/./e/../g", "g"},  // dot segments of the target go
+        {"http://a/b/c/g:h", "./g:h"},           // a colon that would read as a scheme
+        {"http://a/b/c//x", ".//x"},             // an empty first segment
+        {"http://a/b/c/d;p", "d;p"},             // the base's query must go
+        {"http://a/b/c/./e/../g", "g"},          // dot segments of the target go
     };
     for (const auto& r : rows)
         EXPECT_EQ(Relative(kBase, r[0]), r[1]) << r[0];
@@ -138,7 +138,7 @@ TEST(vURLAlgebra, Normalises) {
     EXPECT_EQ(Normal("ftp://h:80/"), "ftp://h:80/");
     EXPECT_EQ(Normal("http://[2001:DB8::7]:80/"), "http://[2001:db8::7]/");
     EXPECT_EQ(Normal("Mailto:Joe@Example.COM"), "mailto:Joe@Example.COM");
-    EXPECT_EQ(Normal("http://h/%zz%4"), "http://h/%zz%4");  // broken escapes stay
+    EXPECT_EQ(Normal("http://h/%zz%4"), "http://h/%zz%4");          // broken escapes stay
     EXPECT_EQ(Normal("http://h/%a%61%%41"), "http://h/%a%61%%41");  // and make no new ones
     // A normal form is its own normal form.
     EXPECT_EQ(Normal(Normal("HTTP://A/%7e/../b/./c").c_str()), "http://a/b/c");
@@ -146,7 +146,7 @@ TEST(vURLAlgebra, Normalises) {
 
 TEST(vURLAlgebra, RefusesWhatIsNoURL) {
     vString out("kept");
-    EXPECT_FALSE(vcResolveURL("a/b", "c", out));      // a base needs a scheme
+    EXPECT_FALSE(vcResolveURL("a/b", "c", out));  // a base needs a scheme
     EXPECT_FALSE(vcResolveURL("1http://a/", "c", out));
     EXPECT_FALSE(vcResolveURL("http://a/", "c\nd", out));  // control characters
     EXPECT_FALSE(vcNormalizeURL("//a/b", out));
@@ -172,8 +172,7 @@ TEST(vURLAlgebra, RoundTripsOverTheSampleURLs) {
             while (start > 0 && (std::isalnum(static_cast<unsigned char>(text[start - 1])) ||
                                  text[start - 1] == '+' || text[start - 1] == '-'))
                 --start;
-            if (start == colon || !std::isalpha(static_cast<unsigned char>(text[start])))
-                continue;
+            if (start == colon || !std::isalpha(static_cast<unsigned char>(text[start]))) continue;
             if (start > 0 && (text[start - 1] == ':' || text[start - 1] == '.')) continue;
             size_t end = text.find_first_of(" \t\r\n\"'<>", colon);
             std::string url = text.substr(start, end - start);

@@ -26,8 +26,16 @@ bool PathExists(const char* path);
 bool IsDirectory(const char* path);
 
 // What a path names, links followed.
-enum class NodeKind { eMissing, eRegular, eDirectory, eFifo, eSocket, eCharDevice, eBlockDevice,
-                      eOther };
+enum class NodeKind {
+    eMissing,
+    eRegular,
+    eDirectory,
+    eFifo,
+    eSocket,
+    eCharDevice,
+    eBlockDevice,
+    eOther
+};
 // Asks the system now; eMissing when nothing is there or the path cannot be examined.
 NodeKind KindOfPath(const char* path);
 
@@ -98,10 +106,10 @@ using FileHandle = std::intptr_t;
 constexpr FileHandle kNoFile = -1;
 
 enum class OpenMode {
-    eReadOnly,      // read access, the file must exist
-    eReadWriteKeep, // read and write, created when missing, kept when present
-    eReadWriteNew,  // read and write, created or truncated
-    eCreateOnly     // read and write, created; fails when something is there already
+    eReadOnly,       // read access, the file must exist
+    eReadWriteKeep,  // read and write, created when missing, kept when present
+    eReadWriteNew,   // read and write, created or truncated
+    eCreateOnly      // read and write, created; fails when something is there already
 };
 
 FileHandle OpenFile(const char* path, OpenMode mode);

@@ -1,18 +1,18 @@
 // POSIX implementation of vfc/os/os.h.
+#include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <poll.h>
 #include <pwd.h>
 #include <signal.h>
 #include <spawn.h>
-#include <poll.h>
 #include <sys/mman.h>
-#include <sys/syscall.h>
 #include <sys/stat.h>
-#include <dirent.h>
-#include <utime.h>
+#include <sys/syscall.h>
 #include <sys/utsname.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utime.h>
 
 #include <atomic>
 #include <csignal>
@@ -74,8 +74,8 @@ bool ListDirectory(const char* path, std::vector<DirEntry>& entries) {
         DirEntry entry;
         entry.name = name;
         struct stat st;
-        entry.kind = ::lstat((prefix + name).c_str(), &st) == 0 ? kindOf(st.st_mode)
-                                                                  : DirEntry::eOther;
+        entry.kind =
+            ::lstat((prefix + name).c_str(), &st) == 0 ? kindOf(st.st_mode) : DirEntry::eOther;
         entries.push_back(entry);
     }
     ::closedir(dir);
@@ -195,10 +195,18 @@ FileHandle OpenFile(const char* path, OpenMode mode) {
     if (!path || !*path) return kNoFile;
     int flags = O_CLOEXEC;
     switch (mode) {
-        case OpenMode::eReadOnly: flags |= O_RDONLY; break;
-        case OpenMode::eReadWriteKeep: flags |= O_RDWR | O_CREAT; break;
-        case OpenMode::eReadWriteNew: flags |= O_RDWR | O_CREAT | O_TRUNC; break;
-        case OpenMode::eCreateOnly: flags |= O_RDWR | O_CREAT | O_EXCL; break;
+        case OpenMode::eReadOnly:
+            flags |= O_RDONLY;
+            break;
+        case OpenMode::eReadWriteKeep:
+            flags |= O_RDWR | O_CREAT;
+            break;
+        case OpenMode::eReadWriteNew:
+            flags |= O_RDWR | O_CREAT | O_TRUNC;
+            break;
+        case OpenMode::eCreateOnly:
+            flags |= O_RDWR | O_CREAT | O_EXCL;
+            break;
     }
     int fd;
     do {
@@ -251,7 +259,8 @@ char* MapFile(FileHandle file, std::size_t length, bool readOnly) {
 char* MapMemory(const char* name, std::size_t length) {
     if (length == 0) return nullptr;
     if (!name || !*name) {
-        void* p = ::mmap(nullptr, length, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+        void* p =
+            ::mmap(nullptr, length, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
         return p == MAP_FAILED ? nullptr : static_cast<char*>(p);
     }
     // shm_open wants one leading slash and no other.
@@ -336,20 +345,16 @@ bool lookUp(Lookup lookup, UserAccount& account) {
 
 bool CurrentUser(UserAccount& account) {
     uid_t uid = ::geteuid();
-    return lookUp(
-        [uid](struct passwd* e, char* b, size_t n, struct passwd** r) {
-            return ::getpwuid_r(uid, e, b, n, r);
-        },
-        account);
+    return lookUp([uid](struct passwd* e, char* b, size_t n,
+                        struct passwd** r) { return ::getpwuid_r(uid, e, b, n, r); },
+                  account);
 }
 
 bool LookUpUser(const char* login, UserAccount& account) {
     if (!login || !*login) return false;
-    return lookUp(
-        [login](struct passwd* e, char* b, size_t n, struct passwd** r) {
-            return ::getpwnam_r(login, e, b, n, r);
-        },
-        account);
+    return lookUp([login](struct passwd* e, char* b, size_t n,
+                          struct passwd** r) { return ::getpwnam_r(login, e, b, n, r); },
+                  account);
 }
 
 bool SetEnv(const char* name, const char* value) {
@@ -435,10 +440,13 @@ SpawnError Spawn(const std::string&, const std::vector<std::string>& argv, PipeE
     }
     switch (rc) {
         case ENOENT:
-        case ENOTDIR: return SpawnError::eNotFound;
+        case ENOTDIR:
+            return SpawnError::eNotFound;
         case ENOMEM:
-        case EAGAIN: return SpawnError::eNoResources;
-        default: return SpawnError::eOther;
+        case EAGAIN:
+            return SpawnError::eNoResources;
+        default:
+            return SpawnError::eOther;
     }
 }
 
@@ -460,8 +468,8 @@ int ChildExitCode(ChildProcess child, bool wait) {
 int ChildExitCodeWithin(ChildProcess pid, unsigned timeoutMs) {
     int code = ChildExitCode(pid, false);
     if (code != kStillRunning || timeoutMs == 0) return code;
-    // A process descriptor becomes readable when the child ends, so the wait ends exactly
-    // then; where the system has none, poll with growing sleeps instead.
+        // A process descriptor becomes readable when the child ends, so the wait ends exactly
+        // then; where the system has none, poll with growing sleeps instead.
 #if defined(SYS_pidfd_open)
     int fd = static_cast<int>(::syscall(SYS_pidfd_open, static_cast<pid_t>(pid), 0));
 #else

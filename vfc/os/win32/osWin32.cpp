@@ -57,17 +57,21 @@ NodeKind KindOfPath(const char* path) {
     // Devices ("NUL", "CON", in any folder and with any extension) and pipes may or may not
     // show attributes; their handle tells what they are. Opened without any access, so nothing
     // is read or written and no writer is waited for.
-    HANDLE h = ::CreateFileA(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                             0, nullptr);
+    HANDLE h = ::CreateFileA(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
+                             nullptr);
     if (h == INVALID_HANDLE_VALUE)
         return a != INVALID_FILE_ATTRIBUTES ? NodeKind::eRegular : NodeKind::eMissing;
     DWORD type = ::GetFileType(h);
     ::CloseHandle(h);
     switch (type) {
-        case FILE_TYPE_CHAR: return NodeKind::eCharDevice;
-        case FILE_TYPE_PIPE: return NodeKind::eFifo;
-        case FILE_TYPE_DISK: return NodeKind::eRegular;
-        default: return NodeKind::eOther;
+        case FILE_TYPE_CHAR:
+            return NodeKind::eCharDevice;
+        case FILE_TYPE_PIPE:
+            return NodeKind::eFifo;
+        case FILE_TYPE_DISK:
+            return NodeKind::eRegular;
+        default:
+            return NodeKind::eOther;
     }
 }
 
@@ -241,7 +245,8 @@ FileHandle OpenFile(const char* path, OpenMode mode) {
     DWORD access = GENERIC_READ;
     DWORD disposition = OPEN_EXISTING;
     switch (mode) {
-        case OpenMode::eReadOnly: break;
+        case OpenMode::eReadOnly:
+            break;
         case OpenMode::eReadWriteKeep:
             access |= GENERIC_WRITE;
             disposition = OPEN_ALWAYS;
@@ -321,9 +326,9 @@ DWORD low(std::uint64_t n) {
 
 char* MapFile(FileHandle file, std::size_t length, bool readOnly) {
     if (!usable(file) || length == 0) return nullptr;
-    HANDLE mapping = ::CreateFileMappingA(asHandle(file), nullptr,
-                                          readOnly ? PAGE_READONLY : PAGE_READWRITE, high(length),
-                                          low(length), nullptr);
+    HANDLE mapping =
+        ::CreateFileMappingA(asHandle(file), nullptr, readOnly ? PAGE_READONLY : PAGE_READWRITE,
+                             high(length), low(length), nullptr);
     return viewOf(mapping, readOnly ? FILE_MAP_READ : FILE_MAP_READ | FILE_MAP_WRITE, length);
 }
 
@@ -363,10 +368,14 @@ std::string SystemName() {
     info.dwOSVersionInfoSize = sizeof info;
     if (!::GetVersionExA(&info)) return std::string();
     switch (info.dwPlatformId) {
-        case 0: return "win32s";
-        case 1: return "win95";
-        case 2: return "winnt";
-        default: return std::string();
+        case 0:
+            return "win32s";
+        case 1:
+            return "win95";
+        case 2:
+            return "winnt";
+        default:
+            return std::string();
     }
 }
 
@@ -374,11 +383,16 @@ std::string MachineArchitecture() {
     SYSTEM_INFO info;
     ::GetNativeSystemInfo(&info);
     switch (info.wProcessorArchitecture) {
-        case PROCESSOR_ARCHITECTURE_AMD64: return "x86_64";
-        case PROCESSOR_ARCHITECTURE_INTEL: return "x86";
-        case PROCESSOR_ARCHITECTURE_ARM: return "arm";
-        case 12: return "arm64";  // PROCESSOR_ARCHITECTURE_ARM64, missing from older headers
-        default: return std::string();
+        case PROCESSOR_ARCHITECTURE_AMD64:
+            return "x86_64";
+        case PROCESSOR_ARCHITECTURE_INTEL:
+            return "x86";
+        case PROCESSOR_ARCHITECTURE_ARM:
+            return "arm";
+        case 12:
+            return "arm64";  // PROCESSOR_ARCHITECTURE_ARM64, missing from older headers
+        default:
+            return std::string();
     }
 }
 
@@ -548,10 +562,13 @@ namespace {
 SpawnError spawnErrorOf(DWORD error) {
     switch (error) {
         case ERROR_FILE_NOT_FOUND:
-        case ERROR_PATH_NOT_FOUND: return SpawnError::eNotFound;
+        case ERROR_PATH_NOT_FOUND:
+            return SpawnError::eNotFound;
         case ERROR_NOT_ENOUGH_MEMORY:
-        case ERROR_OUTOFMEMORY: return SpawnError::eNoResources;
-        default: return SpawnError::eOther;
+        case ERROR_OUTOFMEMORY:
+            return SpawnError::eNoResources;
+        default:
+            return SpawnError::eOther;
     }
 }
 
@@ -588,8 +605,8 @@ SpawnError Spawn(const std::string& commandLine, const std::vector<std::string>&
         STARTUPINFOA si;
         std::memset(&si, 0, sizeof si);
         si.cb = sizeof si;
-        created = ::CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE,
-                                   DETACHED_PROCESS, nullptr, nullptr, &si, &pi);
+        created = ::CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, DETACHED_PROCESS,
+                                   nullptr, nullptr, &si, &pi);
         if (!created) error = ::GetLastError();
     } else {
         // Standard output and standard error on two inheritable copies of the pipe's write
@@ -621,8 +638,8 @@ SpawnError Spawn(const std::string& commandLine, const std::vector<std::string>&
         std::vector<char> attributeStore(attributeSize ? attributeSize : 1);
         auto* attributes = reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(attributeStore.data());
         HANDLE inherited[3] = {in, out, err};
-        bool listed = attributeSize &&
-                      ::InitializeProcThreadAttributeList(attributes, 1, 0, &attributeSize);
+        bool listed =
+            attributeSize && ::InitializeProcThreadAttributeList(attributes, 1, 0, &attributeSize);
         if (listed) {
             if (::UpdateProcThreadAttribute(attributes, 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST,
                                             inherited, sizeof inherited, nullptr, nullptr)) {

@@ -123,12 +123,12 @@ bool vApp::fClearMutexes() {
     for (const vpHeldMutexes::Held& held : aMutexes.aHeld)
         release(held.object, held.handle);
     aMutexes.aHeld.clear();
-    aMutexes.aNames.fClear();
+    aMutexes.aNames.fClearAndDestroy();
     return true;
 }
 
 bool vApp::fQueryMutexes(const vSetvString& names, vSetvString& held) const {
-    held.fClear();
+    held.fClearAndDestroy();
     vSetvStringIter it(names);
     while (it.fAdvance()) {
         std::string object;

@@ -6,12 +6,11 @@
 
 vChangeDir::vChangeDir(const vFile& dir) {
     std::string previous;
-    if (!vfc::os::CurrentDirectory(previous)) return;
+    if (!vfc::os::CurrentDirectory(previous) || previous.empty()) return;
     if (!vfc::os::ChangeDirectory(dir.fPath().data())) return;
     aPrevious = vFile(vString(previous.data(), previous.size()));
-    aChanged = true;
 }
 
 vChangeDir::~vChangeDir() {
-    if (aChanged) vfc::os::ChangeDirectory(aPrevious.fPath().data());
+    if (fOK()) vfc::os::ChangeDirectory(aPrevious.fPath().data());
 }

@@ -29,13 +29,13 @@ class VFC_API vChangeDir {
     vChangeDir& operator=(const vChangeDir&) = delete;
 
     // Whether dir became the current directory.
-    bool fOK() const { return aChanged; }
+    bool fOK() const { return !aPrevious.fPath().isNull(); }
     // The directory that was current before (empty when fOK() is false).
     const vFile& fPrevious() const { return aPrevious; }
 
   private:
+    // The directory to change back to; empty when nothing was changed.
     vFile aPrevious;
-    bool aChanged = false;
 };
 
 #endif  // VFC_FILES_VCHANGEDIR_H

@@ -16,6 +16,7 @@
 #include "vfc/files/vFile.h"
 #include "vfc/files/vPath.h"
 #include "vfc/files/vPathComponentList.h"
+#include "vfc/files/vpFileRefCmpnts.h"
 #include "vfc/persist/vClassIds.h"
 #include "vfc/rw/RWCollectable.h"
 #include "vfc/system/vLibrary.h"
@@ -102,11 +103,10 @@
     HASH  (vHashvFilevSetvInt,        vFile,   vSetvInt)                 \
     LIST  (vSlistvVoid,               vVoid)                             \
     HASH  (vHashvFilevSlvString,      vFile,   vSlistvString)            \
+    LIST  (vpSlistvpFRefCs,           vpFileRefCmpnts)                   \
     HASH  (vHashvStringvPathComponentList, vString, vPathComponentList)
 // clang-format on
 
-// The member over the file-reference components (vpSlistvpFRefCs) joins the list when that
-// element class is added.
 
 // ---- generation ----------------------------------------------------------------------------
 // Every member is declared first, so that the templates can be named with any member as an

@@ -148,6 +148,15 @@ struct Sample<vPathComponentList> {
 };
 // Any collectable: strings and integers by turns.
 template <>
+struct Sample<vpFileRefCmpnts> {
+    static std::unique_ptr<vpFileRefCmpnts> make(int i) {
+        const vString name = *Sample<vString>::make(i);
+        return std::make_unique<vpFileRefCmpnts>(vFile("page.htm"), name, vPathType::eURLHost,
+                                                 vFile(name));
+    }
+};
+
+template <>
 struct Sample<RWCollectable> {
     static std::unique_ptr<RWCollectable> make(int i) {
         if (i % 2) return Sample<vInt>::make(i);
@@ -241,7 +250,7 @@ TEST(vTypedFamily, EveryMemberHasItsIdentifierAndRoundTrips) {
 #undef CHECK_SEQUENCE
 #undef CHECK_HASHED
 #undef CHECK_HASH
-    EXPECT_EQ(members, 53);
+    EXPECT_EQ(members, 54);
 }
 
 TEST(vTypedFamily, NestedMembersRoundTripEqual) {

@@ -9,7 +9,9 @@
 /// Persistent streams record the identifier before every object, so the numbers are part of the
 /// file format and never change. Ranges: 0x100 values and files, 0x200 generic collections,
 /// 0x220 typed collections, 0x300 stream-like classes. The numbers missing from the table (258,
-/// 260-262, 271, 276-290, 558, 574-576, 600-607) are unassigned on purpose and stay so.
+/// 260-262, 271, 276-290, 558, 574-576, 600-607) are unassigned on purpose and stay so; classes
+/// added later take the next free number after the last of their range (vSFile 0x124,
+/// vSFileDict 0x262).
 
 /// The table itself: VFC_CLASS_ID_TABLE(X) expands X(class, identifier) once per class, in
 /// ascending order of identifier. Use it to generate code for every class, e.g. registration
@@ -31,6 +33,7 @@
     X(vFloat, 0x112)                         \
     X(vIntString, 0x113)                     \
     X(vLibrary, 0x123)                       \
+    X(vSFile, 0x124)                         \
     X(vHash, 0x200)                          \
     X(vPair, 0x201)                          \
     X(vSet, 0x202)                           \
@@ -91,6 +94,7 @@
     X(vHashvFilevSlvString, 0x257)           \
     X(vpSlistvpFRefCs, 0x260)                \
     X(vHashvStringvPathComponentList, 0x261) \
+    X(vSFileDict, 0x262)                     \
     X(vIfstream, 0x301)                      \
     X(vOfstream, 0x302)                      \
     X(vPstream, 0x303)                       \

@@ -70,6 +70,9 @@ bool RWpistream::readInteger(long long lo, unsigned long long hi, bool& negative
         return false;
     }
     magnitude = value;
+    // Every token is followed by a line feed: one that runs into the end of the data may have
+    // been cut short, so the value is delivered but the stream is no longer good.
+    if (c == std::char_traits<char>::eof()) setstate(eofbit);
     return true;
 }
 
@@ -132,6 +135,7 @@ RWvistream& RWpistream::readFloating(T& v) {
         }
         v = parsed;
     }
+    if (c == std::char_traits<char>::eof()) setstate(eofbit);  // cut short, as for integers
     return *this;
 }
 

@@ -17,11 +17,40 @@ struct EscapeSet {
 };
 constexpr EscapeSet kEscapeSet;
 
-int hexValue(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    return -1;
+// Hex digit values by byte, -1 for anything else.
+struct HexTable {
+    signed char value[256] = {};
+    constexpr HexTable() {
+        for (int c = 0; c < 256; ++c)
+            value[c] = -1;
+        for (int c = 0; c < 10; ++c)
+            value['0' + c] = static_cast<signed char>(c);
+        for (int c = 0; c < 6; ++c)
+            value['a' + c] = value['A' + c] = static_cast<signed char>(10 + c);
+    }
+};
+constexpr HexTable kHexTable;
+
+// Decodes buf[0, n), whose first "%" is at first, in place (the text only shrinks, so no write
+// overtakes a byte still to be read); returns the new length.
+size_t decodeInPlace(char* buf, size_t n, size_t first) {
+    size_t out = first;
+    for (size_t i = first; i < n;) {
+        const char c = buf[i];
+        if (c == '%' && i + 2 < n) {
+            const int hi = kHexTable.value[static_cast<unsigned char>(buf[i + 1])];
+            const int lo = kHexTable.value[static_cast<unsigned char>(buf[i + 2])];
+            // Both digits (neither is -1) and not "%00".
+            if ((hi | lo) > 0) {
+                buf[out++] = static_cast<char>(hi * 16 + lo);
+                i += 3;
+                continue;
+            }
+        }
+        buf[out++] = c;
+        ++i;
+    }
+    return out;
 }
 
 }  // namespace
@@ -56,27 +85,21 @@ vString& vStringUtils::sfURLEncode(vString& s) {
 
 vString& vStringUtils::sfURLDecode(vString& s) {
     // Every match of "%[0-9a-fA-F][0-9a-fA-F]", left to right, each search going on after the
-    // match's first byte: a decoded "%" never starts a new escape, and "%00" stays.
+    // match: a decoded "%" never starts a new escape, and "%00" stays.
+    const size_t n = s.length();
     const char* p = s.data();
-    size_t n = s.length();
-    const char* first = static_cast<const char*>(std::memchr(p, '%', n));
-    if (!first) return s;
-    vString out;
-    out.resizeAndOverwrite(n, [&](char* dst, size_t) {
-        char* end = dst;
-        const char* copied = p;  // start of what is still to be written
-        for (const char* at = first; at && at + 2 < p + n;
-             at = static_cast<const char*>(std::memchr(at + 1, '%', p + n - at - 1))) {
-            int hi = hexValue(at[1]);
-            int lo = hexValue(at[2]);
-            if (hi < 0 || lo < 0 || (hi | lo) == 0) continue;  // not an escape, or "%00"
-            end = std::copy(copied, at, end);
-            *end++ = static_cast<char>(hi * 16 + lo);
-            copied = at + 3;
-        }
-        end = std::copy(copied, p + n, end);
-        return static_cast<size_t>(end - dst);
-    });
-    s = std::move(out);
+    size_t at = 0;
+    if (n < 64) {
+        // A plain loop beats the set-up of memchr on names and short paths.
+        while (at < n && p[at] != '%')
+            ++at;
+        if (at == n) return s;
+    } else {
+        const char* first = static_cast<const char*>(std::memchr(p, '%', n));
+        if (!first) return s;
+        at = static_cast<size_t>(first - p);
+    }
+    // An unshared buffer is decoded where it is; a shared one is copied once first.
+    s.resizeAndOverwrite(n, [at](char* buf, size_t size) { return decodeInPlace(buf, size, at); });
     return s;
 }

@@ -39,7 +39,10 @@ char* RWCString::allocate(size_t cap) {
 void RWCString::release() noexcept {
     Rep* r = rep();
     if (r == &empty_.rep) return;
-    if (r->refs.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+    // The only owner frees without the atomic decrement: nobody else can reach the buffer to
+    // take a new reference.
+    if (r->refs.load(std::memory_order_acquire) == 1 ||
+        r->refs.fetch_sub(1, std::memory_order_acq_rel) == 1) {
         r->~Rep();
         std::free(r);
     }

@@ -1,6 +1,8 @@
 #include "vfc/system/vProcess.h"
 
 #include <cstdint>
+#include <cstring>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -18,8 +20,11 @@ constexpr int vProcess::kStillActive;
 
 namespace {
 
-// Bytes asked for per read of a captured child's output.
+// Bytes asked for by the first read of a captured child's output. A read that comes back full
+// doubles the next one, up to kMaxReadSize: a child that trickles its output is read (and a file
+// flushed) as before, and one that pours it out costs a system call per 64 KiB, not per 256 bytes.
 constexpr std::size_t kReadSize = 256;
+constexpr std::size_t kMaxReadSize = 64 * 1024;
 // Milliseconds between two looks at a child that is waited for.
 constexpr unsigned kWaitPollMs = 200;
 // A captured child normally ends right after its output does; it is given this long to end
@@ -93,12 +98,14 @@ void WriteCaptured(vOfstream& file, const char* data, std::size_t n) {
     if (file.fBinary()) {
         file.fWrite(data, static_cast<unsigned>(n));
     } else {
-        char kept[kReadSize];
-        unsigned k = 0;
-        for (std::size_t i = 0; i < n; ++i) {
-            if (data[i] != '\r') kept[k++] = data[i];
+        // Runs between carriage returns go out as they stand.
+        const char* end = data + n;
+        for (const char* run = data; run < end;) {
+            const char* cr = static_cast<const char*>(std::memchr(run, '\r', end - run));
+            const char* stop = cr ? cr : end;
+            if (stop > run) file.fWrite(run, static_cast<unsigned>(stop - run));
+            run = stop + (cr ? 1 : 0);
         }
-        file.fWrite(kept, k);
     }
     file.flush();
 }
@@ -167,15 +174,23 @@ bool vProcess::fReadPipe_i(const vString& commandLine, vString* text, vOfstream*
 
     // Read until the end of the data. Interrupted reads are retried below this level; any
     // other read error cannot go away by trying again on a pipe, so it ends the output too.
-    char buffer[kReadSize];
+    std::unique_ptr<char[]> buffer;  // for a file only: text is read into its own end
+    if (!text) buffer.reset(new char[kMaxReadSize]);
+    std::size_t ask = kReadSize;
     for (;;) {
-        long n = vfc::os::ReadSome(readEnd, buffer, kReadSize);
-        if (n <= 0) break;
+        long n = 0;
         if (text) {
-            text->append(buffer, static_cast<std::size_t>(n));
-        } else if (file) {
-            WriteCaptured(*file, buffer, static_cast<std::size_t>(n));
+            const std::size_t had = text->length();
+            text->resizeAndOverwrite(had + ask, [&](char* p, std::size_t) {
+                n = vfc::os::ReadSome(readEnd, p + had, ask);
+                return had + (n > 0 ? static_cast<std::size_t>(n) : 0);
+            });
+        } else {
+            n = vfc::os::ReadSome(readEnd, buffer.get(), ask);
+            if (n > 0 && file) WriteCaptured(*file, buffer.get(), static_cast<std::size_t>(n));
         }
+        if (n <= 0) break;
+        if (static_cast<std::size_t>(n) == ask && ask < kMaxReadSize) ask *= 2;
     }
     vfc::os::ClosePipe(readEnd);
 

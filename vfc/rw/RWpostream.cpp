@@ -16,6 +16,13 @@ char* octalEscape(char* p, unsigned char c) {
     return p;
 }
 
+// The stream buffer's put area, reached through member pointers of a class derived from it.
+struct PutArea : std::streambuf {
+    static char* next(std::streambuf* b) { return (b->*&PutArea::pptr)(); }
+    static char* end(std::streambuf* b) { return (b->*&PutArea::epptr)(); }
+    static void bump(std::streambuf* b, int n) { (b->*&PutArea::pbump)(n); }
+};
+
 }  // namespace
 
 RWpostream::RWpostream(std::streambuf* sb) : sb_(sb) {
@@ -47,35 +54,48 @@ void RWpostream::commit() {
     if (pending_ == 0) return;
     size_t n = pending_;
     pending_ = 0;
-    if (good() &&
+    if (!good()) return;
+    // Most objects are small: copied into the put area when it has room, without a call
+    // through the buffer's virtual sputn.
+    char* next = PutArea::next(sb_);
+    if (next && static_cast<size_t>(PutArea::end(sb_) - next) >= n) {
+        std::memcpy(next, buffer_, n);
+        PutArea::bump(sb_, static_cast<int>(n));
+        return;
+    }
+    if (
         sb_->sputn(buffer_, static_cast<std::streamsize>(n)) != static_cast<std::streamsize>(n))
         setstate(failbit | badbit);
 }
 
 void RWpostream::writeUnsigned(unsigned long long v) {
-    char buf[24];
-    auto r = std::to_chars(buf, buf + sizeof buf - 1, v);
+    // Formatted straight into the buffer: 20 digits and a sign at most, and the line feed.
+    char* p = room(24);
+    if (!p) return;
+    auto r = std::to_chars(p, p + 23, v);
     *r.ptr++ = '\n';
-    write(buf, static_cast<size_t>(r.ptr - buf));
+    pending_ = static_cast<size_t>(r.ptr - buffer_);
 }
 
 void RWpostream::writeSigned(long long v) {
-    char buf[24];
-    auto r = std::to_chars(buf, buf + sizeof buf - 1, v);
+    // Formatted straight into the buffer: 20 digits and a sign at most, and the line feed.
+    char* p = room(24);
+    if (!p) return;
+    auto r = std::to_chars(p, p + 23, v);
     *r.ptr++ = '\n';
-    write(buf, static_cast<size_t>(r.ptr - buf));
+    pending_ = static_cast<size_t>(r.ptr - buffer_);
 }
 
 RWvostream& RWpostream::operator<<(char c) {
-    char buf[5];
-    char* p = buf;
-    auto u = static_cast<unsigned char>(c);
-    if (u >= 0x21 && u <= 0x7E && u != '\\')
-        *p++ = c;
-    else
-        p = octalEscape(p, u);
-    *p++ = '\n';
-    write(buf, static_cast<size_t>(p - buf));
+    if (char* p = room(5)) {
+        auto u = static_cast<unsigned char>(c);
+        if (u >= 0x21 && u <= 0x7E && u != '\\')
+            *p++ = c;
+        else
+            p = octalEscape(p, u);
+        *p++ = '\n';
+        pending_ = static_cast<size_t>(p - buffer_);
+    }
     return done();
 }
 
@@ -162,7 +182,28 @@ RWvostream& RWpostream::put(char c) {
 
 RWvostream& RWpostream::putString(const char* s, size_t n) {
     writeUnsigned(n);
-    // Escaped in chunks: at most four bytes out per byte in.
+    // At most four bytes out per byte in, the quotes and the line feed: a string that fits is
+    // escaped straight into the buffer, a longer one in chunks.
+    if (4 * n + 3 <= sizeof buffer_) {
+        char* p = room(4 * n + 3);
+        if (!p) return *this;
+        *p++ = '"';
+        for (size_t i = 0; i < n; ++i) {
+            auto u = static_cast<unsigned char>(s[i]);
+            if (u == '"' || u == '\\') {
+                *p++ = '\\';
+                *p++ = static_cast<char>(u);
+            } else if (u >= 0x20 && u <= 0x7E) {
+                *p++ = static_cast<char>(u);
+            } else {
+                p = octalEscape(p, u);
+            }
+        }
+        *p++ = '"';
+        *p++ = '\n';
+        pending_ = static_cast<size_t>(p - buffer_);
+        return done();
+    }
     char buf[1024];
     char* p = buf;
     *p++ = '"';
@@ -188,12 +229,22 @@ RWvostream& RWpostream::putString(const char* s, size_t n) {
 }
 
 RWvostream& RWpostream::putObjectStart() {
-    write("\\[\n", 3);
+    if (char* p = room(3)) {
+        p[0] = '\\';
+        p[1] = '[';
+        p[2] = '\n';
+        pending_ += 3;
+    }
     return done();
 }
 
 RWvostream& RWpostream::putObjectEnd() {
-    write("\\]\n", 3);
+    if (char* p = room(3)) {
+        p[0] = '\\';
+        p[1] = ']';
+        p[2] = '\n';
+        pending_ += 3;
+    }
     return done();
 }
 

@@ -52,6 +52,13 @@ class VFC_API RWpostream : public RWvostream {
 
   private:
     void write(const char* p, size_t n);
+    // Room for n bytes (n at most the buffer's size) at the end of the buffer, committing what
+    // it holds first when it has too little; null once the stream failed. Callers write into
+    // it and then set pending_ to their end.
+    char* room(size_t n) {
+        if (pending_ + n > sizeof buffer_) commit();
+        return good() ? buffer_ + pending_ : nullptr;
+    }
     // Commits unless an object is being written.
     RWvostream& done() {
         if (objectDepth() == 0) commit();

@@ -119,14 +119,14 @@ bench:
 	$(CMAKE_CONFIGURE) -S . -B $(BUILD)-bench -DCMAKE_BUILD_TYPE=Release -DVFC_BUILD_BENCH=ON \
 	    -DVFC_BUILD_TESTS=OFF
 	cmake --build $(BUILD)-bench -j $(JOBS)
-	$(BUILD)-bench/bench/string_bench
-	$(BUILD)-bench/bench/regex_bench
-	$(BUILD)-bench/bench/collections_bench
-	$(BUILD)-bench/bench/path_bench
-	$(BUILD)-bench/bench/io_bench
-	$(BUILD)-bench/bench/process_bench
-	@if [ -x $(BUILD)-bench/bench/persist_bench ]; then $(BUILD)-bench/bench/persist_bench; \
-	else echo "persist_bench not built (Boost.Serialization missing)"; fi
+	@rm -f $(BUILD)-bench/summary.tsv
+	@set -e; export VFC_BENCH_SUMMARY=$(CURDIR)/$(BUILD)-bench/summary.tsv; \
+	for b in string_bench regex_bench collections_bench path_bench io_bench process_bench \
+	    persist_bench; do \
+	    if [ -x $(BUILD)-bench/bench/$$b ]; then $(BUILD)-bench/bench/$$b; \
+	    else echo "$$b not built (a peer library is missing)"; fi; \
+	done
+	$(BUILD)-bench/bench/bench_summary $(BUILD)-bench/summary.tsv
 
 fuzz:
 	$(call need_packages,$(FUZZ_PACKAGES))

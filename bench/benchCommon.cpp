@@ -1,6 +1,7 @@
 #include "benchCommon.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <random>
 
 namespace vfcbench {
@@ -95,6 +96,27 @@ size_t totalBytes(const std::vector<std::string>& lines) {
     return n;
 }
 
+namespace {
+std::string gProgram = "bench";
+}  // namespace
+
+void setProgram(const char* argv0) {
+    std::string name = argv0 ? argv0 : "bench";
+    const size_t slash = name.find_last_of("/\\");
+    gProgram = slash == std::string::npos ? name : name.substr(slash + 1);
+}
+
+void appendSummary(const std::string& kase, const std::string& peer, const std::string& unit,
+                   double vfcRate, double peerRate) {
+    const char* path = std::getenv("VFC_BENCH_SUMMARY");
+    if (!path || !*path || peerRate <= 0) return;
+    if (FILE* f = std::fopen(path, "a")) {
+        std::fprintf(f, "%s\t%s\t%s\t%s\t%.6g\t%.6g\t%.4f\n", gProgram.c_str(), kase.c_str(),
+                     peer.c_str(), unit.c_str(), vfcRate, peerRate, vfcRate / peerRate);
+        std::fclose(f);
+    }
+}
+
 void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
     ConsoleReporter::ReportRuns(runs);
     for (const Run& run : runs) {
@@ -119,6 +141,8 @@ void RatioReporter::printRatios() const {
             double ratio = ref == engines.end() ? 0 : ref->second / rate;
             std::printf("%-28s %-12s %10.1f %8.2fx%s\n", kase.c_str(), engine.c_str(), rate / 1e6,
                         ratio, engine == reference_ ? "  (reference)" : "");
+            if (summarize_ && engine != reference_ && ref != engines.end())
+                appendSummary(kase, engine, unit_, ref->second / 1e6, rate / 1e6);
         }
     }
     std::printf("\n\"vs ref\" = %s throughput / engine throughput: above 1 means %s is faster.\n",
@@ -126,6 +150,7 @@ void RatioReporter::printRatios() const {
 }
 
 int runWithRatios(int argc, char** argv, const std::string& reference, const std::string& unit) {
+    setProgram(argv[0]);
     benchmark::Initialize(&argc, argv);
     RatioReporter reporter(reference, unit);
     benchmark::RunSpecifiedBenchmarks(&reporter);

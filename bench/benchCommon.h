@@ -16,6 +16,14 @@ namespace vfcbench {
 std::vector<std::string> makeLines(double megabytes);
 size_t totalBytes(const std::vector<std::string>& lines);
 
+// When VFC_BENCH_SUMMARY names a file, appends one line to it per ratio: the program (the
+// name given to setProgram), case, peer engine, unit, vfc's rate, the peer's rate and vfc's
+// rate divided by the peer's, separated by tabs. `make bench` gathers them into one table with
+// bench/bench_summary.
+void setProgram(const char* argv0);
+void appendSummary(const std::string& kase, const std::string& peer, const std::string& unit,
+                   double vfcRate, double peerRate);
+
 // Collects the results of benchmarks named "<case>/<engine>" and prints, per case, every
 // engine's throughput (bytes per second, or items per second when no bytes were counted) and its
 // ratio to the reference engine.
@@ -24,11 +32,15 @@ class RatioReporter : public benchmark::ConsoleReporter {
     RatioReporter(std::string reference, std::string unit)
         : reference_(std::move(reference)), unit_(std::move(unit)) {}
     void ReportRuns(const std::vector<Run>& runs) override;
+    // Prints the table and, unless summarize(false) was called, appends the ratios of every
+    // engine but the reference to the summary file.
     void printRatios() const;
+    void summarize(bool on) { summarize_ = on; }
 
   private:
     std::string reference_;
     std::string unit_;
+    bool summarize_ = true;
     std::vector<std::string> cases_;
     std::map<std::string, std::map<std::string, double>> rates_;  // case -> engine -> rate
 };

@@ -247,6 +247,7 @@ int main(int argc, char** argv) {
                 d->mixedBytes / 1e6, d->dir.string().c_str());
     if (!sameResults(*d)) std::printf("WARNING: vfc and std give different results\n");
     registerAll(d);
+    vfcbench::setProgram(argv[0]);
     benchmark::Initialize(&argc, argv);
     WallClockRatioReporter reporter("vfc", "MB/s");
     benchmark::RunSpecifiedBenchmarks(&reporter);

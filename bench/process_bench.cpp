@@ -178,6 +178,10 @@ class ProcessRatioReporter : public benchmark::ConsoleReporter {
                 std::printf("%-8s %-12s %9.1f %-5s %8.2fx%s\n", kase.c_str(), engine.c_str(),
                             bytes ? rate / 1e6 : rate, bytes ? "MB/s" : "run/s", ratio,
                             engine == "vfc" ? "  (reference)" : "");
+                if (engine != "vfc" && ref != rates.end())
+                    vfcbench::appendSummary(kase, engine, bytes ? "MB/s" : "run/s",
+                                            bytes ? ref->second / 1e6 : ref->second,
+                                            bytes ? rate / 1e6 : rate);
             }
         }
         std::printf("\n\"vs ref\" = vfc rate / engine rate: above 1 means vfc is faster.\n");
@@ -220,6 +224,7 @@ void registerAll() {
 int main(int argc, char** argv) {
     if (!sameResults()) std::printf("WARNING: the engines capture different output\n");
     registerAll();
+    vfcbench::setProgram(argv[0]);
     benchmark::Initialize(&argc, argv);
     ProcessRatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);

@@ -26,7 +26,8 @@ CMAKE_CONFIGURE = cmake -G Ninja -DCMAKE_CXX_COMPILER=$(CXX) -DVFC_WERROR=$(WERR
 # finds one missing installs it with apt-get when run as root, saying so, and otherwise stops
 # with the command to run. Machines without dpkg are not checked.
 PACKAGES       = cmake ninja-build g++ libgtest-dev pkg-config
-BENCH_PACKAGES = $(PACKAGES) libbenchmark-dev libre2-dev
+BENCH_PACKAGES = $(PACKAGES) libbenchmark-dev libre2-dev libpcre2-dev qt6-base-dev libpoco-dev \
+                 libboost-serialization-dev
 FUZZ_PACKAGES  = cmake ninja-build clang libclang-rt-14-dev
 # GoogleTest for Windows is built from the sources libgtest-dev installs.
 WINDOWS_PACKAGES = cmake ninja-build g++-mingw-w64-x86-64 mingw-w64 wine64 libgtest-dev

@@ -371,6 +371,36 @@ TEST(RWCRegexp, AgreesWithReferenceOnRandomPatterns) {
     EXPECT_GT(compared, 50000);
 }
 
+// Texts long enough for the searches to jump over runs of a state that loops on all but a few
+// bytes (sixteen bytes at a time, forward and backward), with patterns made of such classes.
+TEST(RWCRegexp, AgreesWithReferenceAcrossLongRuns) {
+    static const char* const pieces[] = {"[^a]", "[^ab]", "[^abc.]", "[^-]", "a", "b", ".",
+                                         "*",    "+",     "*",       "+",    "?", "c"};
+    static const char alphabet[] = "cccccccccccccccccccccccccccccccccccccccab.-";
+    std::mt19937 rng(20261124);
+    int compared = 0;
+    for (int round = 0; round < 1500; ++round) {
+        string pattern = rng() % 3 == 0 ? "^" : "";
+        for (size_t i = 0, n = 1 + rng() % 4; i < n; ++i)
+            pattern += pieces[rng() % (sizeof pieces / sizeof pieces[0])];
+        if (rng() % 2 == 0) pattern += '$';
+        const RefPattern ref = refParse(pattern);
+        RWCRegexp re(pattern.data(), pattern.size());
+        if (!ref.legal) continue;
+        for (int t = 0; t < 8; ++t) {
+            string text;
+            for (size_t i = 0, n = rng() % 90; i < n; ++i)
+                text += alphabet[rng() % (sizeof alphabet - 1)];
+            for (size_t start = 0; start <= text.size(); start += 1 + rng() % 7) {
+                ASSERT_EQ(search(re, text, start), refSearch(ref, text, start))
+                    << "/" << show(pattern) << "/ on \"" << show(text) << "\" from " << start;
+                ++compared;
+            }
+        }
+    }
+    EXPECT_GT(compared, 20000);
+}
+
 // Patterns whose backtracking or restart-per-position cost would be quadratic, on texts large
 // enough that such a cost would not finish in any reasonable time.
 TEST(RWCRegexp, LargeTextsTakeOnePass) {

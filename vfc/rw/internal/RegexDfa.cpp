@@ -59,7 +59,35 @@ int32_t DfaCache::step(int32_t row, int cls) {
     uint32_t clears = clears_;
     int32_t entry = encode(intern(next_));
     if (clears == clears_) trans[row + cls] = entry;
+    ++built_;
     return entry;
+}
+
+int DfaCache::escapes(int32_t row, uint8_t* bytes) {
+    const size_t id = static_cast<size_t>(row / stride);
+    if (id >= escapes_.size()) escapes_.resize(id + 1);
+    Escapes& e = escapes_[id];
+    if (e.built != built_) {
+        e.built = built_;
+        e.count = 0;
+        const int32_t* entries = trans.data() + row;
+        const uint8_t* cls = compiled.byteClass;
+        bool loops = false;
+        for (unsigned b = 0; b < 256; ++b) {
+            if (entries[cls[b]] == row) {
+                loops = true;
+                continue;
+            }
+            if (e.count == kMaxEscapes) {
+                loops = false;
+                break;
+            }
+            e.bytes[e.count++] = static_cast<uint8_t>(b);
+        }
+        if (!loops) e.count = 0;
+    }
+    std::memcpy(bytes, e.bytes, e.count);
+    return e.count;
 }
 
 void DfaCache::computeNext(const int32_t* key, size_t length, int cls) {
@@ -223,6 +251,8 @@ void DfaCache::clear() {
     slots_.assign(64, -1);
     startRows_[0] = startRows_[1] = -1;
     ++clears_;
+    escapes_.clear();
+    ++built_;
 }
 
 // Doubles the slot table and places every state again.

@@ -7,6 +7,10 @@
 #include <cstring>
 #include <unordered_map>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include "vfc/rw/internal/RegexTables.h"
 
 namespace vfc::rx {
@@ -164,30 +168,44 @@ inline bool matching(uint32_t entry) {
 }
 
 // Follows transitions from *row through [p, e). Stops at e, at the byte whose entry is negative
-// (a dead or unbuilt target; *entry holds it), or right after entering the row fresh. Entering
-// a matching (odd) row moves *matchEnd past the byte. Until the first match the loop is as
-// short as it can be; from there on a second loop notes each match with a conditional move,
-// off the chain of dependent loads. A row that matched never leads back to the fresh state
-// (every later state remembers the match), so the second loop does not look for it.
+// (a dead or unbuilt target; *entry holds it), right after entering the row fresh, or right
+// after a byte that led from a row back to itself, unless that row is noLoop (*looped is then
+// set: the caller may jump over the rest of the run, see DfaCache::escapes). Entering a
+// matching (odd) row moves *matchEnd past the byte. Until the first match the loop is as short
+// as it can be; from there on a second loop notes each match with a conditional move, off the
+// chain of dependent loads. A row that matched never leads back to the fresh state (every
+// later state remembers the match), so the second loop does not look for it.
 inline const uint8_t* runForward(const int32_t* trans, const uint8_t* cls, const uint8_t* p,
-                                 const uint8_t* e, uint32_t fresh, int32_t* row, int32_t* entry,
-                                 const uint8_t** matchEnd) {
+                                 const uint8_t* e, uint32_t fresh, uint32_t noLoop, int32_t* row,
+                                 int32_t* entry, const uint8_t** matchEnd, bool* looped) {
     const auto* t = reinterpret_cast<const uint32_t*>(trans);
     size_t r = static_cast<uint32_t>(*row);
     uint32_t next = 0;
     while (p < e && ordinary(next = t[r + cls[*p]])) {
+        const bool again = next == r;
         r = next;
         ++p;
         if (r == fresh) break;
+        if (again && next != noLoop) {
+            *looped = true;
+            next = 0;
+            break;
+        }
     }
     // Entered at most once per call: laid out aside, so that leaving on a dead entry stays short.
     if (__builtin_expect(matching(next), 0)) {
         r = next;
         const uint8_t* last = ++p;
         while (p < e && !((next = t[r + cls[*p]]) & kNegative)) {
+            const bool again = next == r;
             r = next;
             ++p;
             last = (r & 1) ? p : last;
+            if (again && next != noLoop) {
+                *looped = true;
+                next = 0;
+                break;
+            }
         }
         *matchEnd = last;
     }
@@ -199,28 +217,83 @@ inline const uint8_t* runForward(const int32_t* trans, const uint8_t* cls, const
 // The same going backward from p down to lo, reading p[-1]; entering a matching row moves
 // *matchStart to the byte.
 inline const uint8_t* runBackward(const int32_t* trans, const uint8_t* cls, const uint8_t* p,
-                                  const uint8_t* lo, int32_t* row, int32_t* entry,
-                                  const uint8_t** matchStart) {
+                                  const uint8_t* lo, uint32_t noLoop, int32_t* row,
+                                  int32_t* entry, const uint8_t** matchStart, bool* looped) {
     const auto* t = reinterpret_cast<const uint32_t*>(trans);
     size_t r = static_cast<uint32_t>(*row);
     uint32_t next = 0;
     while (p > lo && ordinary(next = t[r + cls[p[-1]]])) {
+        const bool again = next == r;
         r = next;
         --p;
+        if (again && next != noLoop) {
+            *looped = true;
+            next = 0;
+            break;
+        }
     }
     if (__builtin_expect(matching(next), 0)) {
         r = next;
         const uint8_t* first = --p;
         while (p > lo && !((next = t[r + cls[p[-1]]]) & kNegative)) {
+            const bool again = next == r;
             r = next;
             --p;
             first = (r & 1) ? p : first;
+            if (again && next != noLoop) {
+                *looped = true;
+                next = 0;
+                break;
+            }
         }
         *matchStart = first;
     }
     *row = static_cast<int32_t>(r);
     *entry = static_cast<int32_t>(next);
     return p;
+}
+
+// The first of the n bytes in [p, e), or e: sixteen bytes at a time where SSE2 is there.
+const uint8_t* findAny(const uint8_t* p, const uint8_t* e, const uint8_t* bytes, int n) {
+#if defined(__SSE2__)
+    const __m128i b0 = _mm_set1_epi8(static_cast<char>(bytes[0]));
+    const __m128i b1 = _mm_set1_epi8(static_cast<char>(bytes[n > 1 ? 1 : 0]));
+    const __m128i b2 = _mm_set1_epi8(static_cast<char>(bytes[n > 2 ? 2 : 0]));
+    const __m128i b3 = _mm_set1_epi8(static_cast<char>(bytes[n > 3 ? 3 : 0]));
+    for (; e - p >= 16; p += 16) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+        const __m128i hit = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, b0), _mm_cmpeq_epi8(v, b1)),
+                                         _mm_or_si128(_mm_cmpeq_epi8(v, b2), _mm_cmpeq_epi8(v, b3)));
+        if (const unsigned mask = static_cast<unsigned>(_mm_movemask_epi8(hit)))
+            return p + __builtin_ctz(mask);
+    }
+#endif
+    for (; p < e; ++p)
+        for (int k = 0; k < n; ++k)
+            if (*p == bytes[k]) return p;
+    return e;
+}
+
+// Going backward from p: the q in [lo, p] with none of the n bytes in [q, p) and q == lo or
+// q[-1] one of them.
+const uint8_t* findAnyBackward(const uint8_t* lo, const uint8_t* p, const uint8_t* bytes, int n) {
+#if defined(__SSE2__)
+    const __m128i b0 = _mm_set1_epi8(static_cast<char>(bytes[0]));
+    const __m128i b1 = _mm_set1_epi8(static_cast<char>(bytes[n > 1 ? 1 : 0]));
+    const __m128i b2 = _mm_set1_epi8(static_cast<char>(bytes[n > 2 ? 2 : 0]));
+    const __m128i b3 = _mm_set1_epi8(static_cast<char>(bytes[n > 3 ? 3 : 0]));
+    for (; p - lo >= 16; p -= 16) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p - 16));
+        const __m128i hit = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, b0), _mm_cmpeq_epi8(v, b1)),
+                                         _mm_or_si128(_mm_cmpeq_epi8(v, b2), _mm_cmpeq_epi8(v, b3)));
+        if (const unsigned mask = static_cast<unsigned>(_mm_movemask_epi8(hit)))
+            return p - 16 + (32 - __builtin_clz(mask));
+    }
+#endif
+    for (; p > lo; --p)
+        for (int k = 0; k < n; ++k)
+            if (p[-1] == bytes[k]) return p;
+    return lo;
 }
 
 // The first byte in [p, e) that can begin a match, or e.
@@ -260,6 +333,7 @@ class ForwardScan {
 
   private:
     void skip();
+    void jumpOverLoop();
     bool take(int32_t entry);
     size_t end() const { return end_ ? static_cast<size_t>(end_ - text_) : kNone; }
 
@@ -272,6 +346,7 @@ class ForwardScan {
     bool skipping_;
     int32_t row_;
     uint32_t fresh_;                // the row where skipping applies, or kNoRow
+    uint32_t noLoop_ = kNoRow;      // the last looping row found to have too many escapes
     const uint8_t* end_ = nullptr;  // the end of the longest match so far
 };
 
@@ -282,8 +357,12 @@ size_t ForwardScan::run() {
     for (;;) {
         if (static_cast<uint32_t>(row_) == fresh_) skip();
         int32_t entry = 0;
-        p_ = runForward(dfa_.trans.data(), cls_, p_, e_, fresh_, &row_, &entry, &end_);
+        bool looped = false;
+        p_ = runForward(dfa_.trans.data(), cls_, p_, e_, fresh_, noLoop_, &row_, &entry, &end_,
+                        &looped);
+        if (looped) jumpOverLoop();
         if (p_ == e_) break;
+        if (looped) continue;
         if (entry < 0 && !take(entry)) return end();  // entry >= 0: back in the fresh state
     }
     if (dfa_.flags(row_) & DfaCache::kEndAccept) end_ = e_;
@@ -298,6 +377,19 @@ void ForwardScan::skip() {
         fresh_ = kNoRow;
     }
     p_ = to;
+}
+
+// In a row that loops on itself: moves to the next byte that leaves it, or remembers that the
+// row leaves on too many bytes for that to pay.
+void ForwardScan::jumpOverLoop() {
+    uint8_t bytes[DfaCache::kMaxEscapes];
+    const int n = dfa_.escapes(row_, bytes);
+    if (n == 0) {
+        noLoop_ = static_cast<uint32_t>(row_);
+        return;
+    }
+    p_ = findAny(p_, e_, bytes, n);
+    if (DfaCache::matches(row_)) end_ = p_;
 }
 
 // Moves over the byte at p_, whose entry is negative (dead or not built yet); false when the
@@ -332,9 +424,24 @@ size_t scanBackward(DfaCache& dfa, const uint8_t* text, size_t length, size_t st
     const uint8_t* const lo = text + start;
     int32_t row = dfa.startRow(end == length);  // a dead one needs no test: see ForwardScan::run
     const uint8_t* found = DfaCache::matches(row) ? p : nullptr;
+    uint32_t noLoop = kNoRow;
     for (;;) {
         int32_t entry = 0;
-        p = runBackward(dfa.trans.data(), cls, p, lo, &row, &entry, &found);
+        bool looped = false;
+        p = runBackward(dfa.trans.data(), cls, p, lo, noLoop, &row, &entry, &found, &looped);
+        if (looped) {
+            // Jump back to the nearest byte that leaves the row, when few bytes do.
+            uint8_t bytes[DfaCache::kMaxEscapes];
+            const int n = dfa.escapes(row, bytes);
+            if (n == 0) {
+                noLoop = static_cast<uint32_t>(row);
+            } else {
+                p = findAnyBackward(lo, p, bytes, n);
+                if (DfaCache::matches(row)) found = p;
+            }
+            if (p == lo) break;
+            continue;
+        }
         if (p == lo) break;
         --p;
         if (entry == DfaCache::kUnknown) entry = dfa.step(row, cls[*p]);

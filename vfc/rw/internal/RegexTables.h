@@ -168,6 +168,14 @@ struct DfaCache {
         return skipScore_ >= 0;
     }
 
+    // A row that steps to itself on every byte but at most kMaxEscapes: writes those bytes
+    // into bytes and returns how many there are; 0 for any other row. A search in such a row
+    // can jump to the next of those bytes instead of stepping through the rest. Transitions
+    // not built yet count as leaving the row, so the answer is always safe; it is worked out
+    // once per row until the next transition is built.
+    static constexpr int kMaxEscapes = 4;
+    int escapes(int32_t row, uint8_t* bytes);
+
     static bool matches(int32_t row) { return (row & 1) != 0; }
     uint64_t positionsLookedAt() const { return lookedAt_; }
     // The flags sit at the last entry of the stride, whichever parity the row has.
@@ -212,6 +220,15 @@ struct DfaCache {
     std::vector<int32_t> slots_;      // open addressing: state id or -1
     int32_t startRows_[2] = {-1, -1};
     uint32_t clears_ = 0;
+
+    // The escape bytes of each state (see escapes), valid while built equals built_.
+    struct Escapes {
+        uint32_t built = 0;
+        uint8_t count = 0;
+        uint8_t bytes[kMaxEscapes] = {};
+    };
+    std::vector<Escapes> escapes_;
+    uint32_t built_ = 1;  // bumped by every transition built and every clear
 
     // Scratch for building a state, kept to avoid allocating per step.
     std::vector<int32_t> next_;

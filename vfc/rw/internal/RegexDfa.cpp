@@ -63,9 +63,12 @@ int32_t DfaCache::step(int32_t row, int cls) {
     return entry;
 }
 
-int DfaCache::escapes(int32_t row, uint8_t* bytes) {
+const DfaCache::Escapes& DfaCache::escapesOf(int32_t row) {
     const size_t id = static_cast<size_t>(row / stride);
-    if (id >= escapes_.size()) escapes_.resize(id + 1);
+    if (id >= escapes_.size()) {
+        escapes_.resize(id + 1);
+        lastEscapeRow_ = -1;  // the vector moved
+    }
     Escapes& e = escapes_[id];
     if (e.built != built_) {
         e.built = built_;
@@ -86,8 +89,7 @@ int DfaCache::escapes(int32_t row, uint8_t* bytes) {
         }
         if (!loops) e.count = 0;
     }
-    std::memcpy(bytes, e.bytes, e.count);
-    return e.count;
+    return e;
 }
 
 void DfaCache::computeNext(const int32_t* key, size_t length, int cls) {
@@ -252,6 +254,7 @@ void DfaCache::clear() {
     startRows_[0] = startRows_[1] = -1;
     ++clears_;
     escapes_.clear();
+    lastEscapeRow_ = -1;
     ++built_;
 }
 

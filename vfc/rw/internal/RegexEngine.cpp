@@ -253,20 +253,30 @@ inline const uint8_t* runBackward(const int32_t* trans, const uint8_t* cls, cons
     return p;
 }
 
-// The first of the n bytes in [p, e), or e: sixteen bytes at a time where SSE2 is there.
-const uint8_t* findAny(const uint8_t* p, const uint8_t* e, const uint8_t* bytes, int n) {
+// The first of the n bytes in [p, e), or e: sixteen bytes at a time where SSE2 is there, the
+// last few by one more load ending at e when the text begins at least sixteen bytes before it.
+const uint8_t* findAny(const uint8_t* p, const uint8_t* e, const uint8_t* textBegin,
+                       const uint8_t* bytes, int n) {
 #if defined(__SSE2__)
     const __m128i b0 = _mm_set1_epi8(static_cast<char>(bytes[0]));
     const __m128i b1 = _mm_set1_epi8(static_cast<char>(bytes[n > 1 ? 1 : 0]));
     const __m128i b2 = _mm_set1_epi8(static_cast<char>(bytes[n > 2 ? 2 : 0]));
     const __m128i b3 = _mm_set1_epi8(static_cast<char>(bytes[n > 3 ? 3 : 0]));
-    for (; e - p >= 16; p += 16) {
-        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-        const __m128i hit = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, b0), _mm_cmpeq_epi8(v, b1)),
-                                         _mm_or_si128(_mm_cmpeq_epi8(v, b2), _mm_cmpeq_epi8(v, b3)));
-        if (const unsigned mask = static_cast<unsigned>(_mm_movemask_epi8(hit)))
-            return p + __builtin_ctz(mask);
+    auto hits = [&](const uint8_t* at) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+        return static_cast<unsigned>(_mm_movemask_epi8(
+            _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, b0), _mm_cmpeq_epi8(v, b1)),
+                         _mm_or_si128(_mm_cmpeq_epi8(v, b2), _mm_cmpeq_epi8(v, b3)))));
+    };
+    for (; e - p >= 16; p += 16)
+        if (const unsigned mask = hits(p)) return p + __builtin_ctz(mask);
+    if (p < e && e - textBegin >= 16) {
+        const uint8_t* at = e - 16;
+        const unsigned mask = hits(at) & (~0u << (p - at));
+        return mask ? at + __builtin_ctz(mask) : e;
     }
+#else
+    (void)textBegin;
 #endif
     for (; p < e; ++p)
         for (int k = 0; k < n; ++k)
@@ -275,20 +285,29 @@ const uint8_t* findAny(const uint8_t* p, const uint8_t* e, const uint8_t* bytes,
 }
 
 // Going backward from p: the q in [lo, p] with none of the n bytes in [q, p) and q == lo or
-// q[-1] one of them.
-const uint8_t* findAnyBackward(const uint8_t* lo, const uint8_t* p, const uint8_t* bytes, int n) {
+// q[-1] one of them. The last few bytes take one load starting at lo when the text goes on at
+// least sixteen bytes after lo.
+const uint8_t* findAnyBackward(const uint8_t* lo, const uint8_t* p, const uint8_t* textEnd,
+                               const uint8_t* bytes, int n) {
 #if defined(__SSE2__)
     const __m128i b0 = _mm_set1_epi8(static_cast<char>(bytes[0]));
     const __m128i b1 = _mm_set1_epi8(static_cast<char>(bytes[n > 1 ? 1 : 0]));
     const __m128i b2 = _mm_set1_epi8(static_cast<char>(bytes[n > 2 ? 2 : 0]));
     const __m128i b3 = _mm_set1_epi8(static_cast<char>(bytes[n > 3 ? 3 : 0]));
-    for (; p - lo >= 16; p -= 16) {
-        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p - 16));
-        const __m128i hit = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, b0), _mm_cmpeq_epi8(v, b1)),
-                                         _mm_or_si128(_mm_cmpeq_epi8(v, b2), _mm_cmpeq_epi8(v, b3)));
-        if (const unsigned mask = static_cast<unsigned>(_mm_movemask_epi8(hit)))
-            return p - 16 + (32 - __builtin_clz(mask));
+    auto hits = [&](const uint8_t* at) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+        return static_cast<unsigned>(_mm_movemask_epi8(
+            _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, b0), _mm_cmpeq_epi8(v, b1)),
+                         _mm_or_si128(_mm_cmpeq_epi8(v, b2), _mm_cmpeq_epi8(v, b3)))));
+    };
+    for (; p - lo >= 16; p -= 16)
+        if (const unsigned mask = hits(p - 16)) return p - 16 + (32 - __builtin_clz(mask));
+    if (p > lo && textEnd - lo >= 16) {
+        const unsigned mask = hits(lo) & ((1u << (p - lo)) - 1);
+        return mask ? lo + (32 - __builtin_clz(mask)) : lo;
     }
+#else
+    (void)textEnd;
 #endif
     for (; p > lo; --p)
         for (int k = 0; k < n; ++k)
@@ -382,13 +401,13 @@ void ForwardScan::skip() {
 // In a row that loops on itself: moves to the next byte that leaves it, or remembers that the
 // row leaves on too many bytes for that to pay.
 void ForwardScan::jumpOverLoop() {
-    uint8_t bytes[DfaCache::kMaxEscapes];
-    const int n = dfa_.escapes(row_, bytes);
+    const uint8_t* bytes = nullptr;
+    const int n = dfa_.escapes(row_, &bytes);
     if (n == 0) {
         noLoop_ = static_cast<uint32_t>(row_);
         return;
     }
-    p_ = findAny(p_, e_, bytes, n);
+    p_ = findAny(p_, e_, text_, bytes, n);
     if (DfaCache::matches(row_)) end_ = p_;
 }
 
@@ -431,12 +450,12 @@ size_t scanBackward(DfaCache& dfa, const uint8_t* text, size_t length, size_t st
         p = runBackward(dfa.trans.data(), cls, p, lo, noLoop, &row, &entry, &found, &looped);
         if (looped) {
             // Jump back to the nearest byte that leaves the row, when few bytes do.
-            uint8_t bytes[DfaCache::kMaxEscapes];
-            const int n = dfa.escapes(row, bytes);
+            const uint8_t* bytes = nullptr;
+            const int n = dfa.escapes(row, &bytes);
             if (n == 0) {
                 noLoop = static_cast<uint32_t>(row);
             } else {
-                p = findAnyBackward(lo, p, bytes, n);
+                p = findAnyBackward(lo, p, text + length, bytes, n);
                 if (DfaCache::matches(row)) found = p;
             }
             if (p == lo) break;

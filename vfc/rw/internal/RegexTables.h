@@ -174,7 +174,15 @@ struct DfaCache {
     // not built yet count as leaving the row, so the answer is always safe; it is worked out
     // once per row until the next transition is built.
     static constexpr int kMaxEscapes = 4;
-    int escapes(int32_t row, uint8_t* bytes);
+    // Searches ask again and again for the same row: the last answer is kept at hand.
+    int escapes(int32_t row, const uint8_t** bytes) {
+        if (row != lastEscapeRow_ || lastEscape_->built != built_) {
+            lastEscape_ = &escapesOf(row);
+            lastEscapeRow_ = row;
+        }
+        *bytes = lastEscape_->bytes;
+        return lastEscape_->count;
+    }
 
     static bool matches(int32_t row) { return (row & 1) != 0; }
     uint64_t positionsLookedAt() const { return lookedAt_; }
@@ -227,8 +235,11 @@ struct DfaCache {
         uint8_t count = 0;
         uint8_t bytes[kMaxEscapes] = {};
     };
+    const Escapes& escapesOf(int32_t row);
     std::vector<Escapes> escapes_;
     uint32_t built_ = 1;  // bumped by every transition built and every clear
+    int32_t lastEscapeRow_ = -1;
+    const Escapes* lastEscape_ = nullptr;
 
     // Scratch for building a state, kept to avoid allocating per step.
     std::vector<int32_t> next_;

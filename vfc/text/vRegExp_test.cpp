@@ -192,6 +192,33 @@ TEST(vRegExp, OneAutomatonAgreesWithSearchingEachAlternative) {
     }
 }
 
+// Unions whose alternatives each have one anchor, some ^ and some $, are searched as two parts
+// (from the start forward, from the end backward); the answer must be the union's.
+TEST(vRegExp, StartAndEndAnchoredUnionsAgreeWithEachAlternative) {
+    std::mt19937 rng(20261124);
+    const std::vector<std::string> atoms = {"a", "b", ".", "[ab]", "[^a]", "[ ]"};
+    const char* quantifiers[] = {"", "*", "+", "?"};
+    for (int round = 0; round < 3000; ++round) {
+        std::vector<std::string> alts;
+        std::string pattern;
+        for (size_t i = 0, count = 2 + rng() % 3; i < count; ++i) {
+            std::string a;
+            for (size_t k = 0, n = rng() % 3; k < n; ++k)
+                a += atoms[rng() % atoms.size()] + quantifiers[rng() % 4];
+            a = i == 0 ? "^" + a : i == 1 ? a + "$" : rng() % 2 ? "^" + a : a + "$";
+            alts.push_back(a);
+            pattern += (pattern.empty() ? "" : "|") + a;
+        }
+        std::string text(rng() % 40, 'a');
+        for (char& c : text)
+            c = "ab. "[rng() % 4];
+        vRegExp re(vString(pattern.data(), pattern.size()));
+        for (size_t start = 0; start <= text.size() + 1; ++start)
+            ASSERT_EQ(find(re, text, start), searchEachAlternative(alts, text, start))
+                << "pattern " << pattern << " text \"" << text << "\" start " << start;
+    }
+}
+
 // Items whose follower ranges overlap (n optional items, then n required ones): building a
 // state must look at each automaton position at most once, so that a text byte costs time in
 // proportion to the pattern, not to its square (the sum of the overlapping ranges).

@@ -107,11 +107,15 @@ void chooseSkip(Nfa* nfa) {
     for (unsigned b = 0; b < 256; ++b) {
         nfa->canStart[b] = first.has(b) ? 1 : 0;
         if (!first.has(b)) continue;
+        if (count < 4) nfa->skipBytes[count] = static_cast<uint8_t>(b);
         ++count;
         nfa->skipByte = static_cast<uint8_t>(b);
     }
     if (count == 1) {
         nfa->skip = Nfa::Skip::oneByte;
+    } else if (count <= 4) {
+        nfa->skip = Nfa::Skip::fewBytes;
+        nfa->skipCount = count;
     } else if (count <= kMaxSkipBytes) {
         nfa->skip = Nfa::Skip::table;
     }
@@ -315,13 +319,15 @@ const uint8_t* findAnyBackward(const uint8_t* lo, const uint8_t* p, const uint8_
     return lo;
 }
 
-// The first byte in [p, e) that can begin a match, or e.
-const uint8_t* skipAhead(const Nfa& nfa, const uint8_t* p, const uint8_t* e) {
+// The first byte in [p, e) that can begin a match, or e; the text begins at textBegin.
+const uint8_t* skipAhead(const Nfa& nfa, const uint8_t* p, const uint8_t* e,
+                         const uint8_t* textBegin) {
     if (p == e) return e;
     if (nfa.skip == Nfa::Skip::oneByte) {
         const void* hit = std::memchr(p, nfa.skipByte, static_cast<size_t>(e - p));
         return hit ? static_cast<const uint8_t*>(hit) : e;
     }
+    if (nfa.skip == Nfa::Skip::fewBytes) return findAny(p, e, textBegin, nfa.skipBytes, nfa.skipCount);
     const uint8_t* can = nfa.canStart;
     while (e - p >= 4 && !(can[p[0]] | can[p[1]] | can[p[2]] | can[p[3]]))
         p += 4;
@@ -390,7 +396,7 @@ size_t ForwardScan::run() {
 
 // Jumps to the next byte that can begin a match; stops skipping when that does not pay.
 void ForwardScan::skip() {
-    const uint8_t* to = skipAhead(dfa_.nfa, p_, e_);
+    const uint8_t* to = skipAhead(dfa_.nfa, p_, e_, text_);
     if (!dfa_.noteSkip(static_cast<size_t>(to - p_), to == e_)) {
         skipping_ = false;
         fresh_ = kNoRow;
@@ -486,19 +492,49 @@ void compileTables(const std::vector<const Expression*>& alternatives, Compiled*
         out->allAnchoredEnd &= e->anchorEnd;
     }
     out->fixedLength = commonFixedLength(alternatives);
+    if (alternatives.size() == 1 && !alternatives[0]->anchorStart &&
+        !alternatives[0]->anchorEnd && alternatives[0]->items.size() == 1 &&
+        (alternatives[0]->items[0].quant == Quant::once ||
+         alternatives[0]->items[0].quant == Quant::plus)) {
+        const Item& item = alternatives[0]->items[0];
+        out->singleRun = true;
+        out->runRepeats = item.quant == Quant::plus;
+        for (unsigned b = 0; b < 256; ++b) {
+            if (!item.set.has(b)) continue;
+            out->inRun[b] = 1;
+            if (out->runBytes <= 4) {
+                if (out->runBytes < 4) out->runByte[out->runBytes] = static_cast<uint8_t>(b);
+                ++out->runBytes;
+            }
+        }
+    }
 }
 
 Matcher::Matcher(const std::vector<std::shared_ptr<const Expression>>& alternatives) {
     std::vector<const Expression*> valid;
+    std::vector<std::shared_ptr<const Expression>> starting, ending;
+    bool split = true;
     for (const auto& e : alternatives) {
-        if (e) valid.push_back(e.get());
+        if (!e) continue;
+        valid.push_back(e.get());
+        if (e->anchorStart == e->anchorEnd) split = false;  // both anchors, or neither
+        (e->anchorStart ? starting : ending).push_back(e);
+    }
+    if (split && !starting.empty() && !ending.empty()) {
+        atStart_ = std::make_unique<Matcher>(starting);
+        atEnd_ = std::make_unique<Matcher>(ending);
     }
     auto compiled = std::make_shared<Compiled>();
     compileTables(valid, compiled.get());
     compiled_ = std::move(compiled);
 }
 
-Matcher::Matcher(const Matcher& other) : compiled_(other.compiled_) {}
+Matcher::Matcher(const Matcher& other) : compiled_(other.compiled_) {
+    if (other.atStart_) {
+        atStart_ = std::make_unique<Matcher>(*other.atStart_);
+        atEnd_ = std::make_unique<Matcher>(*other.atEnd_);
+    }
+}
 
 Matcher::~Matcher() = default;
 
@@ -521,7 +557,8 @@ inline size_t Matcher::findStart(const uint8_t* text, size_t length, size_t star
 
 uint64_t Matcher::positionsLookedAt() const {
     return (forward_ ? forward_->positionsLookedAt() : 0) +
-           (reverse_ ? reverse_->positionsLookedAt() : 0);
+           (reverse_ ? reverse_->positionsLookedAt() : 0) +
+           (atStart_ ? atStart_->positionsLookedAt() + atEnd_->positionsLookedAt() : 0);
 }
 
 uint64_t positionsLookedAtSearching(const std::vector<const char*>& patterns, const char* text,
@@ -544,6 +581,43 @@ size_t Matcher::search(const char* text, size_t length, size_t start, size_t* ex
     if (text == nullptr) {
         if (length != 0) return kNone;
         text = "";
+    }
+    if (c.singleRun) {
+        // The first byte of the set, then (repeated) the run it begins.
+        const auto* bytes = reinterpret_cast<const uint8_t*>(text);
+        const uint8_t* p = bytes + start;
+        const uint8_t* const e = bytes + length;
+        if (c.runBytes >= 1 && c.runBytes <= 4) {
+            p = findAny(p, e, bytes, c.runByte, c.runBytes);
+        } else {
+            while (e - p >= 4 && !(c.inRun[p[0]] | c.inRun[p[1]] | c.inRun[p[2]] | c.inRun[p[3]]))
+                p += 4;
+            while (p < e && !c.inRun[*p])
+                ++p;
+        }
+        if (p == e) return kNone;
+        const uint8_t* q = p + 1;
+        if (c.runRepeats) {
+            while (q < e && c.inRun[*q])
+                ++q;
+        }
+        if (extent != nullptr) *extent = static_cast<size_t>(q - p);
+        return static_cast<size_t>(p - bytes);
+    }
+    if (atStart_) {
+        // ^A|B$: a match of A can only begin at 0, where it is the leftmost; a match of B from
+        // 0 too ends at the text's end, which is the longer. Otherwise B's leftmost match.
+        size_t endExtent = 0;
+        const size_t endAt = atEnd_->search(text, length, start, &endExtent);
+        if (start == 0 && endAt != 0) {
+            size_t startExtent = 0;
+            if (atStart_->search(text, length, 0, &startExtent) == 0) {
+                if (extent != nullptr) *extent = startExtent;
+                return 0;
+            }
+        }
+        if (endAt != kNone && extent != nullptr) *extent = endExtent;
+        return endAt;
     }
     const auto* bytes = reinterpret_cast<const uint8_t*>(text);
     const size_t end = c.allAnchoredEnd ? length : findEnd(bytes, length, start);

@@ -55,6 +55,11 @@ class Matcher {
     std::shared_ptr<const Compiled> compiled_;
     mutable std::unique_ptr<DfaCache> forward_;
     mutable std::unique_ptr<DfaCache> reverse_;
+    // A union of alternatives that each begin at 0 (^A) or each end at the text's end (B$),
+    // with some of both, is searched as two unions: the first from position 0 forward, the
+    // second from the end backward, so that neither reads more than its match needs.
+    std::unique_ptr<Matcher> atStart_;
+    std::unique_ptr<Matcher> atEnd_;
 };
 
 // For the tests only: searches text from its start for the union of patterns (single

@@ -95,10 +95,13 @@ struct Nfa {
     bool innerUseful = false;  // kInner has followers or accepts: fresh starts can matter
 
     // While the forward search waits for a match to begin, it can jump over bytes that cannot
-    // begin one: with memchr when a single byte can, with a table loop when few can.
-    enum class Skip : uint8_t { none, oneByte, table };
+    // begin one: with memchr when a single byte can, sixteen bytes at a time when two to four
+    // can, with a table loop when a few more can.
+    enum class Skip : uint8_t { none, oneByte, fewBytes, table };
     Skip skip = Skip::none;
     uint8_t skipByte = 0;
+    int skipCount = 0;  // for fewBytes: how many of skipBytes
+    uint8_t skipBytes[4] = {};
     uint8_t canStart[256] = {};  // 1 for the bytes that can begin a match at an inner position
 
     const ByteSet& set(int32_t q) const { return setTable[setOf[q]]; }
@@ -116,6 +119,13 @@ struct Compiled {
     bool allAnchoredStart = false;  // every match starts at 0
     bool allAnchoredEnd = false;    // every match ends at the text length
     long fixedLength = -1;          // every match has this length, or -1
+    // One unanchored item, once or repeated at least once ("[a-z]+"): the match is the first
+    // byte of the set and, repeated, the run of set bytes it begins. No automaton is needed.
+    bool singleRun = false;
+    bool runRepeats = false;
+    uint8_t inRun[256] = {};  // 1 for the bytes of the item's set
+    int runBytes = 0;         // how many bytes the set has, when at most 4
+    uint8_t runByte[4] = {};
 };
 
 // The deterministic states built so far for one direction of one Matcher. A state is an
@@ -162,7 +172,7 @@ struct DfaCache {
     // Records a skip over distance bytes (to the end of the text when atEnd); false when
     // skipping stopped paying: the score sums how far each skip beat its break-even distance.
     bool noteSkip(size_t distance, bool atEnd) {
-        const int breakEven = nfa.skip == Nfa::Skip::oneByte ? kMemchrBreakEven : kTableBreakEven;
+        const int breakEven = nfa.skip == Nfa::Skip::table ? kTableBreakEven : kMemchrBreakEven;
         const int gain = atEnd || distance >= kGainCap ? kGainCap : static_cast<int>(distance);
         skipScore_ = std::min(skipScore_ + gain - breakEven, kMaxScore);
         return skipScore_ >= 0;

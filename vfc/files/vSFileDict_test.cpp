@@ -107,12 +107,12 @@ TEST(vSFileDict, StampsTellWhichFilesChanged) {
     ASSERT_TRUE(vcSetModificationTime(a, vTime(stamp.seconds() - 100)));
     dir.write("b.mif", "longer");
     ASSERT_TRUE(vcSetModificationTime(b, dict.fFind(b)->fModificationTime()));
-    changed.fClear();
+    changed.fClearAndDestroy();
     EXPECT_EQ(dict.fCollectChanged(changed), 3u);
     EXPECT_EQ(paths(changed), str(a.fPath()) + " " + str(b.fPath()) + " " + str(gone.fPath()));
 
     dict.fStampAll();
-    changed.fClear();
+    changed.fClearAndDestroy();
     EXPECT_EQ(dict.fCollectChanged(changed), 1u);  // only the missing file
     ASSERT_TRUE(vcRemoveFile(a));
     EXPECT_TRUE(dict.fFind(a)->fIsChanged());

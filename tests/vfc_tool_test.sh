@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Runs the vfc tool on the shipped samples and checks what it prints and how it exits.
-# usage: vfc_tool_test.sh VFC SAMPLES_DIR [posix|windows]
+# usage: vfc_tool_test.sh VFC SAMPLES_DIR [posix|windows] [OPEN_CHILD]
 # PLATFORM is the one the tool was built for (posix by default); a Windows tool runs under Wine
 # through VFC, a script that gives its output POSIX line ends. The answers are the same on both
 # except where the documented behaviour differs: the host notation (UNIX or DOS), the product
@@ -9,6 +9,9 @@ set -u
 vfc=$1
 samples=$2
 platform=${3:-posix}
+# The recording child of the library's tests, which stands in for the browser and the mail
+# program of "vfc open"; without it those checks are left out.
+open_child=${4:-}
 failures=0
 
 # expect NAME STATUS EXPECTED_OUTPUT -- COMMAND...
@@ -328,9 +331,95 @@ expect "run of a missing program" 1 "ERROR: The application was unable to execut
 expect "run without command" 2 "" -- "$vfc" run
 expect "run -out without file" 2 "" -- "$vfc" run -out
 
+# open: the recording child is the browser and the mail program (named by BROWSER and found as
+# xdg-email in PATH on POSIX, registered for "http" and "mailto" on Windows). It writes the name
+# it was started by and its arguments to $VFC_OPEN_RECORD; recorded prints that and removes it.
+if [ -n "$open_child" ]; then
+    export VFC_OPEN_RECORD=$tmp/open.rec
+    recorded() {
+        for _ in $(seq 300); do [ -f "$VFC_OPEN_RECORD" ] && break; sleep 0.1; done
+        cat "$VFC_OPEN_RECORD" 2>/dev/null
+        rm -f "$VFC_OPEN_RECORD"
+    }
+    page=$samples/types/page.html
+    if [ "$platform" = windows ]; then
+        # Registered for the current user through vfc run. Should that fail, the system's own
+        # programs would be started: the checks of open end there.
+        classes='HKCU\Software\Classes'
+        register() {
+            local key="$classes\\$1\\shell\\open\\command"
+            "$vfc" run reg add "$key" /ve /d "$2" /f >/dev/null &&
+                "$vfc" run reg query "$key" /ve | grep -qF "$2" ||
+                { echo "FAIL reg add of the $1 handler"; failures=$((failures + 1)); open_child=; }
+        }
+        register http "$open_child --new %1"
+        register mailto "$open_child %1"
+        page_url="file:///Z:$page" mailer=vfc_open_child mail_path=()
+    else
+        mkdir -p "$tmp/bin"
+        ln -s "$open_child" "$tmp/bin/xdg-email"
+        export BROWSER="no-such-vfc-browser %s:$open_child --new %s"
+        page_url="file://$page" mailer=xdg-email mail_path=(PATH="$tmp/bin:$PATH")
+    fi
+fi
+if [ -n "$open_child" ]; then
+    expect "open a URL" 0 "" -- "$vfc" open 'http://www.example.com/a b?x=1&y=2#top'
+    expect "the browser got it" 0 "vfc_open_child
+--new
+http://www.example.com/a%20b?x=1&y=2#top" -- recorded
+    expect "open a file" 0 "" -- "$vfc" open types/page.html
+    expect "the browser got its file URL" 0 "vfc_open_child
+--new
+$page_url" -- recorded
+    expect "open -show" 0 "$open_child --new $page_url" -- "$vfc" open -show types/page.html
+    expect "open a missing file" 1 'WARNING: cannot show "types/none.html" in the web browser: no such file' \
+        -- bash -c "'$vfc' open types/none.html 2>&1"
+    expect "open -mail" 0 "" -- env "${mail_path[@]}" "$vfc" open -mail \
+        -subject 'Build 7 & 8: 100% done?' -body 'Hi,
+all done.' ann@example.org bo+b@example.org
+    expect "the mail program got a mailto URL" 0 "$mailer
+mailto:ann@example.org,bo%2Bb@example.org?subject=Build%207%20%26%208:%20100%25%20done%3F&body=Hi,%0D%0Aall%20done." \
+        -- recorded
+    # A program that stays open: the tool returns at once and keeps no pipe of the caller open.
+    # (Under Wine every program inherits the Unix standard error of the one that started it, so
+    # the script that runs vfc.exe would wait for the program's end; the unit tests check there
+    # that the call returns at once.)
+    if [ "$platform" = posix ]; then
+        start=$SECONDS
+        out=$(VFC_OPEN_SLEEP=30 "$vfc" open http://www.example.com/ 2>&1)
+        rc=$? took=$((SECONDS - start))
+        [ "$rc" = 0 ] && [ "$took" -lt 10 ] && [ -z "$out" ] ||
+            { echo "FAIL open waits for the browser: exit $rc after $took s: $out"; failures=$((failures + 1)); }
+        expect "the browser that stays open got it" 0 "vfc_open_child
+--new
+http://www.example.com/" -- recorded
+    fi
+    expect "open -subject without -mail" 2 "" -- "$vfc" open -subject x http://h/
+    expect "open of two URLs" 2 "" -- "$vfc" open http://h/ http://g/
+    # No browser: a registered program that is not there, or nothing at all on POSIX.
+    if [ "$platform" = windows ]; then
+        register http "$tmp/no-such-browser.exe %1"
+        expect "open without a browser" 1 "because the specified file or path was not found." \
+            -- bash -c "set -o pipefail; '$vfc' open http://h/ 2>&1 | tail -n 1 | sed 's/^ *//'"
+    else
+        expect "open without a browser" 1 \
+            "WARNING: no web browser found: no command of BROWSER exists and xdg-open is not in PATH" \
+            -- bash -c "BROWSER=no-such-vfc-browser PATH='$tmp/bin' '$vfc' open http://h/ 2>&1"
+        expect "open -mail without a mail program" 1 \
+            "WARNING: no mail program found: neither xdg-email nor xdg-open is in PATH" \
+            -- bash -c "PATH='$tmp' '$vfc' open -mail a@b 2>&1"
+    fi
+    [ -f "$VFC_OPEN_RECORD" ] && { echo "FAIL a failed open started the child"; failures=$((failures + 1)); }
+fi
+if [ "$platform" = windows ] && [ -n "${4:-}" ]; then
+    for scheme in http mailto; do
+        "$vfc" run reg delete "$classes\\$scheme" /f >/dev/null
+    done
+fi
+
 # "vfc -help" lists exactly the subcommands; "vfc SUB -help" prints its usage screen on standard
 # output, nothing on standard error, and exits 0.
-subcommands="dump expand find grep info ini match path rel resolve run type urldecode urlencode"
+subcommands="dump expand find grep info ini match open path rel resolve run type urldecode urlencode"
 help=$("$vfc" -help)
 listed=$(sed -n 's/^  \([a-z][a-z]*\) .*/\1/p' <<<"$help" | sort | tr '\n' ' ')
 [ "$listed" = "$subcommands " ] || { echo "FAIL vfc -help lists: $listed"; failures=$((failures + 1)); }

@@ -56,6 +56,8 @@ const std::vector<Command>& commands() {
          runRun},
         {"info", "", "print what the application object knows of product, user and machine",
          nullptr, runInfo},
+        {"open", "[-show] URL|FILE | -mail [-subject TEXT] [-body TEXT] [-show] [TO...]",
+         "show a URL or file in the web browser, or start a mail", nullptr, runOpen},
         {"urlencode", "TEXT...", "print each TEXT with URL escapes",
          "Escapes blank \" # % & ' / < > ? [ \\ ] ^ ` { | } ~ as %xx (lower-case hex).",
          runUrlEncode},

@@ -67,6 +67,7 @@ int runFind(const Args& args);
 int runInfo(const Args& args);
 int runIni(const Args& args);
 int runMatch(const Args& args);
+int runOpen(const Args& args);
 int runType(const Args& args);
 int runGrep(const Args& args);
 int runPath(const Args& args);

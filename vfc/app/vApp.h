@@ -59,7 +59,8 @@ VFC_API const char* vpcLibraryMessages(unsigned id);
 /// not to an earlier vApp that is still alive.
 ///
 /// Failure: nothing throws. The few operations that can fail return false (fChangeUser,
-/// fGetOption, fSetOption, fLoadOptions, the content-type file operations, the named mutexes);
+/// fGetOption, fSetOption, fLoadOptions, the content-type file operations, the named mutexes,
+/// opening a URL and starting a mail, which also say why through fLogMsg);
 /// missing information (an unknown user, no home) leaves the corresponding value empty.
 /// Construction ignores an options file it cannot read; call fLoadOptions() to find out.
 class VFC_API vApp {
@@ -279,6 +280,75 @@ class VFC_API vApp {
     // left to remove). A mutex a living holder has, in this process or another, is never taken
     // from it, which would let two runs in at once; the result is then false, else true.
     bool fForceClearMutexes(const vSetvString& names);
+
+    // ---- the web browser and the mail program ------------------------------------------------
+    // Tools show what they made (HTML pages, help) in the user's web browser and start mails (a
+    // report to send) in the user's mail program; the user's settings say which program that is.
+    //
+    // On POSIX the browser is the first command of $BROWSER, a list of commands separated by
+    // ":", whose program exists (a program without "/" is looked for in PATH), else xdg-open in
+    // PATH; the mail program is xdg-email in PATH, else xdg-open. A command is cut into words by
+    // the command-line tokenizer (double quotes group, no shell runs it); in each word "%s"
+    // stands for the URL and "%%" for "%", and a command without "%s" gets the URL as its last
+    // word. On Windows the program is the one registered for the URL scheme ("http" for the
+    // browser, "mailto" for mail): the default value of "<scheme>\shell\open\command" under
+    // HKEY_CURRENT_USER\Software\Classes, else under HKEY_CLASSES_ROOT, with "%1" (or "%L")
+    // replaced by the URL, or the URL appended in double quotes when it has neither. (The choice
+    // Windows keeps per user under ...\Shell\Associations\UrlAssociations is not read.) Either
+    // way the URL goes with its control characters, blanks and double quotes written %XX.
+    //
+    // The program starts detached and is never waited for: the call returns once it runs, however
+    // long it stays open, and leaves nothing to reap or close. On POSIX the program is the
+    // grandchild of a double fork in a session of its own, with the null device as its standard
+    // streams, so it holds no pipe of the caller either; on Windows it has no console, inherits no
+    // handle, and its handles are closed at once.
+    //
+    // Failure: false, and a warning (level 1) through fLogMsg that says why: no program found,
+    // a program that could not be started (the catalogue's texts 6000-6003 with the command; on
+    // POSIX a missing, non-executable or unrunnable file is seen, as the failed exec reports back
+    // through a close-on-exec pipe), or a local file that is not there. What the program does
+    // once it runs (a browser that cannot reach the page) is not seen.
+    //
+    // Where Qt's QDesktopServices::openUrl hands a "file:" URL to the program associated with the
+    // file's type, fOpenURL gives it to the browser too: a page a tool wrote is to be viewed, not
+    // edited. Qt leaves the escaping of a mailto query to the caller; fSendMail makes the URL from
+    // its fields. POCO's Process::launch throws on failure and hands back a process the caller
+    // must wait for; here nothing throws, nothing is left to wait for, and the reason for a
+    // failure goes once through the application's log, where a tool with a face shows it.
+
+    // The command line that would show url in the browser (see above; on POSIX its words joined
+    // by blanks, a word holding a blank put in double quotes, the program as found in PATH).
+    // False when there is no browser.
+    static bool sfFindBrowser(const vString& url, vString& commandLine);
+    // The same for the program of a URL scheme: on Windows the one registered for scheme; on
+    // POSIX the mail program for "mailto" and the browser for any other scheme. False when
+    // there is none or scheme is no scheme name (a letter, then letters, digits, "+", "-", ".").
+    static bool sfFindURLHandler(const vString& scheme, const vString& url, vString& commandLine);
+    // Shows urlOrFile in the browser, as the URL sfMakeBrowserURL makes of it.
+    bool fOpenURL(const vString& urlOrFile);
+    // The URL fOpenURL hands to the browser. A text that begins with a scheme of two letters or
+    // more ("http:", "file:") is a URL and stays as it is; anything else is a local file, which
+    // must exist, and becomes the absolute "file:" URL that sfMakeFileURL makes of its path.
+    // False for a file that is not there.
+    static bool sfMakeBrowserURL(const vString& urlOrFile, vString& url);
+    // Starts a mail to the addresses of to (none: the mail program asks for them) with subject
+    // and body in the mail program, which gets the URL that sfMakeMailtoURL makes.
+    bool fSendMail(const vSlistvString& to, const vString& subject, const vString& body);
+    // The "mailto:" URL of RFC 6068: the addresses joined by ",", then "?subject=" and
+    // "&body=" with the texts (each left out when empty). Every byte but letters, digits,
+    // "-._~" and "!$'()*,;:@" is written "%XX" (upper-case hex), so blanks, "%", "&", "=", "?",
+    // "#", "+" and the bytes of non-ASCII characters are escaped (texts are taken as UTF-8 bytes
+    // as they stand), and in an address "," as well. A line break of the body (CR LF, a lone LF or
+    // a lone CR) is written "%0D%0A".
+    static vString sfMakeMailtoURL(const vSlistvString& to, const vString& subject,
+                                   const vString& body);
+    // The "file:" URL of a local path: made absolute against the current directory, "." and
+    // ".." names resolved, separators written "/", and every byte but letters, digits and
+    // "-._~!$&'()*+,;=:@" written "%XX": "/home/ann/a b.html" gives
+    // "file:///home/ann/a%20b.html"; on Windows "C:\Docs\a b.html" gives
+    // "file:///C:/Docs/a%20b.html" and "\\server\share\x" "file://server/share/x". False for an
+    // empty path, and for a relative one when the current directory cannot be told.
+    static bool sfMakeFileURL(const vString& path, vString& url);
 
     // ---- process-wide -------------------------------------------------------------------------
     // Installs the console abort handler without (or before) a vApp; it acts on the current

@@ -160,6 +160,21 @@ bool LookUpUser(const char* login, UserAccount& account);
 // decimal); false when the key cannot be opened, and always on POSIX.
 bool RegistryValues(const char* key, std::vector<std::pair<std::string, std::string>>& values);
 
+// Where RegistryString looks: HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER or HKEY_CLASSES_ROOT.
+enum class RegistryRoot { eLocalMachine, eCurrentUser, eClassesRoot };
+// The string value name of the key under root (an empty or null name: the key's default value):
+// a REG_SZ value as stored, a REG_EXPAND_SZ value with its "%NAME%" references expanded. False
+// when the key or the value is missing or holds no string, and always on POSIX.
+VFC_TEST_API bool RegistryString(RegistryRoot root, const char* key, const char* name,
+                                 std::string& value);
+// Stores value as the string value name (empty or null: the default value) of the key under
+// root, made with its parents when missing; a REG_EXPAND_SZ value when expand. Removes the key
+// under root with everything below it. False on failure, and always on POSIX. These three are
+// exported for the library's tests, which register programs for URL schemes.
+VFC_TEST_API bool SetRegistryString(RegistryRoot root, const char* key, const char* name,
+                                    const std::string& value, bool expand);
+VFC_TEST_API bool RemoveRegistryKey(RegistryRoot root, const char* key);
+
 // The shell folder with the CSIDL number (5 documents, 26 roaming application data, 36 the
 // Windows directory) through SHGetFolderPathA, loaded from "SHFolder.dll" on first use and
 // kept; false when the library or its entry is missing or the lookup fails, and always on
@@ -209,6 +224,18 @@ enum class SpawnError { eNone, eNotFound, eNoResources, eOther };
 // program its own way. On success child is the child and processId its process id.
 SpawnError Spawn(const std::string& commandLine, const std::vector<std::string>& argv,
                  PipeEnd output, ChildProcess& child, long& processId);
+
+// Starts a program that this process never waits for and that may outlive it (a web browser, a
+// mail program); it inherits no descriptor or handle, and nothing of it stays with this
+// process. The result says whether it started. On POSIX argv[0] (searched in PATH when it holds
+// no "/") runs with argv, this process's environment and the null device as its standard
+// streams, as the grandchild of a double fork, in a session of its own; the child between them
+// ends at once and is reaped here, so no zombie and no child remains, and an exec that fails (no
+// such file, not executable, no program) is reported back through a close-on-exec pipe, which
+// the exec closes when it succeeds. On Windows commandLine goes to CreateProcessA without a
+// console, in a process group of its own, and both handles are closed at once. Never waits for
+// the program.
+SpawnError SpawnDetached(const std::string& commandLine, const std::vector<std::string>& argv);
 
 // The exit code of a child (on POSIX 128 + N for one ended by signal N); kStillRunning when it
 // has not ended (wait false) and -1 when child is no child of this process. wait true blocks

@@ -365,6 +365,18 @@ bool RegistryValues(const char*, std::vector<std::pair<std::string, std::string>
     return false;
 }
 
+bool RegistryString(RegistryRoot, const char*, const char*, std::string&) {
+    return false;
+}
+
+bool SetRegistryString(RegistryRoot, const char*, const char*, const std::string&, bool) {
+    return false;
+}
+
+bool RemoveRegistryKey(RegistryRoot, const char*) {
+    return false;
+}
+
 bool ShellFolderPath(int, std::string&) {
     return false;
 }
@@ -411,6 +423,24 @@ void InstallAbortHandler(AbortHandler handler) {
         ::sigaction(signal, &action, nullptr);
 }
 
+namespace {
+
+// What a failed start's errno means.
+SpawnError spawnErrorOf(int error) {
+    switch (error) {
+        case ENOENT:
+        case ENOTDIR:
+            return SpawnError::eNotFound;
+        case ENOMEM:
+        case EAGAIN:
+            return SpawnError::eNoResources;
+        default:
+            return SpawnError::eOther;
+    }
+}
+
+}  // namespace
+
 SpawnError Spawn(const std::string&, const std::vector<std::string>& argv, PipeEnd output,
                  ChildProcess& child, long& processId) {
     const int outputFd = output == kNoPipe ? -1 : static_cast<int>(output);
@@ -438,16 +468,105 @@ SpawnError Spawn(const std::string&, const std::vector<std::string>& argv, PipeE
         processId = static_cast<long>(pid);
         return SpawnError::eNone;
     }
-    switch (rc) {
-        case ENOENT:
-        case ENOTDIR:
-            return SpawnError::eNotFound;
-        case ENOMEM:
-        case EAGAIN:
-            return SpawnError::eNoResources;
-        default:
-            return SpawnError::eOther;
+    return spawnErrorOf(rc);
+}
+
+namespace {
+
+// The file argv0 names: itself when it holds a "/" (the exec tells what is wrong with it), else
+// the first executable file of that name in a PATH entry, as execvp would find it.
+bool programFile(const std::string& argv0, std::string& file) {
+    if (argv0.find('/') != std::string::npos) {
+        file = argv0;
+        return true;
     }
+    const char* path = std::getenv("PATH");
+    const std::string entries = path ? path : "/bin:/usr/bin";
+    size_t start = 0;
+    while (start <= entries.size()) {
+        size_t end = entries.find(':', start);
+        if (end == std::string::npos) end = entries.size();
+        std::string dir = entries.substr(start, end - start);
+        if (FindExecutableFile((dir.empty() ? "." : dir) + "/" + argv0, file)) return true;
+        start = end + 1;
+    }
+    return false;
+}
+
+// The detached program's side of the double fork, after the second fork: only
+// async-signal-safe calls, since the parent may have other threads. Reports errno through
+// report when the exec fails.
+[[noreturn]] void execDetached(const char* file, char* const* args, int report) {
+    int null = ::open("/dev/null", O_RDWR);
+    if (null >= 0) {
+        for (int fd = 0; fd < 3; ++fd)
+            if (null != fd) ::dup2(null, fd);
+        if (null > 2) ::close(null);
+    }
+    // Nothing else of this process goes along: every other descriptor closes at the exec (the
+    // report pipe too, which is how the parent learns that the exec succeeded).
+    if (::close_range(3, ~0u, CLOSE_RANGE_CLOEXEC) != 0)
+        for (int fd = 3; fd < 1024; ++fd)
+            ::fcntl(fd, F_SETFD, FD_CLOEXEC);
+    // Signals come back to their defaults: blocked or ignored ones would stay so after the exec.
+    sigset_t none;
+    sigemptyset(&none);
+    ::sigprocmask(SIG_SETMASK, &none, nullptr);
+    for (int signal : {SIGINT, SIGQUIT, SIGHUP, SIGPIPE, SIGTERM, SIGCHLD})
+        std::signal(signal, SIG_DFL);
+    ::execve(file, args, environ);
+    int error = errno;
+    if (::write(report, &error, sizeof error) < 0) {
+    }
+    ::_exit(127);
+}
+
+}  // namespace
+
+SpawnError SpawnDetached(const std::string&, const std::vector<std::string>& argv) {
+    if (argv.empty() || argv[0].empty()) return SpawnError::eNotFound;
+    std::string file;
+    if (!programFile(argv[0], file)) return SpawnError::eNotFound;
+    // Everything the children need is made before the fork: they may not allocate.
+    std::vector<char*> args;
+    for (const std::string& a : argv)
+        args.push_back(const_cast<char*>(a.c_str()));
+    args.push_back(nullptr);
+    int report[2];
+    if (::pipe2(report, O_CLOEXEC) != 0) return SpawnError::eNoResources;
+
+    const pid_t middle = ::fork();
+    if (middle < 0) {
+        ::close(report[0]);
+        ::close(report[1]);
+        return SpawnError::eNoResources;
+    }
+    if (middle == 0) {
+        // A session of its own: no terminal, and the terminal's signals do not reach it.
+        ::setsid();
+        const pid_t program = ::fork();
+        if (program == 0) execDetached(file.c_str(), args.data(), report[1]);
+        if (program < 0) {
+            int error = errno;
+            if (::write(report[1], &error, sizeof error) < 0) {
+            }
+        }
+        // The program is init's (or a subreaper's) child from here on.
+        ::_exit(0);
+    }
+    ::close(report[1]);
+    int status = 0;
+    while (::waitpid(middle, &status, 0) < 0 && errno == EINTR) {
+    }
+    // Nothing to read: the exec closed the pipe. An errno: it failed.
+    int error = 0;
+    ssize_t n;
+    do {
+        n = ::read(report[0], &error, sizeof error);
+    } while (n < 0 && errno == EINTR);
+    ::close(report[0]);
+    if (n == 0) return SpawnError::eNone;
+    return n == static_cast<ssize_t>(sizeof error) ? spawnErrorOf(error) : SpawnError::eOther;
 }
 
 int ChildExitCode(ChildProcess child, bool wait) {

@@ -479,6 +479,70 @@ bool RegistryValues(const char* key, std::vector<std::pair<std::string, std::str
 
 namespace {
 
+HKEY rootKey(RegistryRoot root) {
+    switch (root) {
+        case RegistryRoot::eCurrentUser:
+            return HKEY_CURRENT_USER;
+        case RegistryRoot::eClassesRoot:
+            return HKEY_CLASSES_ROOT;
+        case RegistryRoot::eLocalMachine:
+            break;
+    }
+    return HKEY_LOCAL_MACHINE;
+}
+
+}  // namespace
+
+bool RegistryString(RegistryRoot root, const char* key, const char* name, std::string& value) {
+    HKEY k;
+    if (!key || ::RegOpenKeyExA(rootKey(root), key, 0, KEY_QUERY_VALUE, &k) != ERROR_SUCCESS)
+        return false;
+    const char* valueName = name && *name ? name : nullptr;
+    DWORD type = 0;
+    DWORD size = 0;
+    std::vector<char> data;
+    LONG rc = ::RegQueryValueExA(k, valueName, nullptr, &type, nullptr, &size);
+    if (rc == ERROR_SUCCESS && (type == REG_SZ || type == REG_EXPAND_SZ)) {
+        data.resize(size + 1);
+        rc = ::RegQueryValueExA(k, valueName, nullptr, &type, reinterpret_cast<BYTE*>(data.data()),
+                                &size);
+    }
+    ::RegCloseKey(k);
+    if (rc != ERROR_SUCCESS || data.empty() || (type != REG_SZ && type != REG_EXPAND_SZ))
+        return false;
+    // The stored text need not end in a zero.
+    std::string text(data.data(), ::strnlen(data.data(), size));
+    if (type == REG_EXPAND_SZ) {
+        DWORD n = ::ExpandEnvironmentStringsA(text.c_str(), nullptr, 0);
+        if (n == 0) return false;
+        std::vector<char> expanded(n + 1);
+        if (::ExpandEnvironmentStringsA(text.c_str(), expanded.data(), n + 1) == 0) return false;
+        text = expanded.data();
+    }
+    value = text;
+    return true;
+}
+
+bool SetRegistryString(RegistryRoot root, const char* key, const char* name,
+                       const std::string& value, bool expand) {
+    HKEY k;
+    if (!key || ::RegCreateKeyExA(rootKey(root), key, 0, nullptr, REG_OPTION_NON_VOLATILE,
+                                  KEY_SET_VALUE, nullptr, &k, nullptr) != ERROR_SUCCESS)
+        return false;
+    LONG rc = ::RegSetValueExA(
+        k, name && *name ? name : nullptr, 0, expand ? REG_EXPAND_SZ : REG_SZ,
+        reinterpret_cast<const BYTE*>(value.c_str()), static_cast<DWORD>(value.size() + 1));
+    ::RegCloseKey(k);
+    return rc == ERROR_SUCCESS;
+}
+
+bool RemoveRegistryKey(RegistryRoot root, const char* key) {
+    // With a subkey named, the subkey itself goes too.
+    return key && *key && ::RegDeleteTreeA(rootKey(root), key) == ERROR_SUCCESS;
+}
+
+namespace {
+
 using GetFolderPath = HRESULT(WINAPI*)(HWND, int, HANDLE, DWORD, LPSTR);
 
 // Loaded once per process and kept; null when "SHFolder.dll" or its entry is missing.
@@ -656,6 +720,25 @@ SpawnError Spawn(const std::string& commandLine, const std::vector<std::string>&
     ::CloseHandle(pi.hThread);
     child = fromHandle(pi.hProcess);
     processId = static_cast<long>(pi.dwProcessId);
+    return SpawnError::eNone;
+}
+
+SpawnError SpawnDetached(const std::string& commandLine, const std::vector<std::string>&) {
+    if (commandLine.empty()) return SpawnError::eNotFound;
+    std::vector<char> line(commandLine.begin(), commandLine.end());
+    line.push_back('\0');
+    STARTUPINFOA si;
+    std::memset(&si, 0, sizeof si);
+    si.cb = sizeof si;
+    PROCESS_INFORMATION pi;
+    std::memset(&pi, 0, sizeof pi);
+    // No console and no handle of this process; a group of its own keeps Ctrl-C in this
+    // process's console from reaching it.
+    if (!::CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE,
+                          DETACHED_PROCESS | CREATE_NEW_PROCESS_GROUP, nullptr, nullptr, &si, &pi))
+        return spawnErrorOf(::GetLastError());
+    ::CloseHandle(pi.hThread);
+    ::CloseHandle(pi.hProcess);
     return SpawnError::eNone;
 }
 

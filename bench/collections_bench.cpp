@@ -160,12 +160,15 @@ void registerAll(const char* size, size_t n) {
         count(s, n, 0);
     });
 
+    // Each list is built in a loop of its own, as a program builds one list at a time: built in
+    // one loop, the two would interleave their allocations and each walk would step over the
+    // other's nodes.
     auto vlist = std::make_shared<vSlistvString>();
     auto slist = std::make_shared<std::list<std::string>>();
-    for (size_t i = 0; i < n; ++i) {
+    for (size_t i = 0; i < n; ++i)
         vlist->fInsert(d->vvalues[i]);
+    for (size_t i = 0; i < n; ++i)
         slist->push_back(d->values[i]);
-    }
     // Every element's length and last byte, so the walk has to reach the bytes.
     reg("list-iterate", "vfc", [n, vlist](State& s) {
         size_t sum = 0;

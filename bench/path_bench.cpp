@@ -20,8 +20,9 @@
 //  - url-resolve: a relative reference (a name, a path, "../" runs, "./", dot segments inside,
 //    "//host/path", "?query", "#fragment", or a whole URL) resolved against a base URL and
 //    written: vcResolveURL (RFC 3986, strict) against Poco::URI (base parsed, resolve(ref),
-//    toString()) and QUrl(base).resolved(QUrl(ref)).toString(). POCO takes the host of a
-//    "//host/path" reference as part of the path and drops empty names while removing dot
+//    toString()) and QUrl(base).resolved(QUrl(ref)).toString(). POCO keeps the base's host for
+//    a "//host/path" reference and takes that host as the first name of the path
+//    ("http://a/b" + "//g/x" gives "http://a/g/x"), and it drops empty names while removing dot
 //    segments.
 //
 // Every engine keeps its parsed objects from item to item (vfc lists into the same component

@@ -122,8 +122,8 @@ bench:
 	cmake --build $(BUILD)-bench -j $(JOBS)
 	@rm -f $(BUILD)-bench/summary.tsv
 	@set -e; export VFC_BENCH_SUMMARY=$(CURDIR)/$(BUILD)-bench/summary.tsv; \
-	for b in string_bench regex_bench collections_bench path_bench io_bench process_bench \
-	    persist_bench; do \
+	for b in string_bench regex_bench collections_bench path_bench io_bench files_bench \
+	    process_bench persist_bench; do \
 	    if [ -x $(BUILD)-bench/bench/$$b ]; then $(BUILD)-bench/bench/$$b; \
 	    else echo "$$b not built (a peer library is missing)"; fi; \
 	done

@@ -5,13 +5,23 @@
 // stream operation (out << x, in >> x; the hash through recursiveSaveOn / recursiveRestoreFrom);
 // the archive takes the same items one by one (the map as one item).
 //
-// Every read compares what it got with the source data, so neither side can skip work. Bytes are
+// Qt's QDataStream is a peer too: the same strings as QByteArray, the integers as qint32 and the
+// hash as a QHash<QByteArray, QByteArray>, each written with operator<< into a QByteArray and read
+// back with operator>>. Its format is binary (big-endian lengths and integers of fixed size),
+// where vfc's and Boost's are text, so its streams are smaller.
+//
+// Every read compares what it got with the source data, so no side can skip work. Bytes are
 // each side's own stream size, so MB/s differ from the work done when the encodings differ in
 // size: the second ratio table, on items per second, compares the same work.
 #include <boost/archive/text_iarchive.hpp>
 #include <boost/archive/text_oarchive.hpp>
 #include <boost/serialization/string.hpp>
 #include <boost/serialization/unordered_map.hpp>
+
+#include <QByteArray>
+#include <QDataStream>
+#include <QHash>
+#include <QIODevice>
 
 #include <climits>
 #include <cstdio>
@@ -82,6 +92,9 @@ struct Data {
     std::vector<vInt> vints;
     std::unordered_map<std::string, std::string> map;
     vHashvStringvString hash;
+    std::vector<QByteArray> qstrings;
+    std::vector<qint32> qints;
+    QHash<QByteArray, QByteArray> qhash;
 
     Data() {
         std::mt19937 rng(20261207);
@@ -97,7 +110,13 @@ struct Data {
             std::string k = shortString(rng), v = shortString(rng);
             if (!map.emplace(k, v).second) continue;
             hash.fInsert(vString(k.data(), k.size()), vString(v.data(), v.size()));
+            qhash.insert(QByteArray(k.data(), static_cast<qsizetype>(k.size())),
+                         QByteArray(v.data(), static_cast<qsizetype>(v.size())));
         }
+        for (const std::string& x : strings)
+            qstrings.emplace_back(x.data(), static_cast<qsizetype>(x.size()));
+        for (int x : ints)
+            qints.push_back(x);
     }
 };
 
@@ -190,6 +209,36 @@ bool boostReadEach(std::stringbuf& sb, const Items& items) {
     return same && is.good();
 }
 
+// ---- Qt's QDataStream -------------------------------------------------------------------------
+
+template <class Items>
+QByteArray qtWriteEach(const Items& items) {
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    for (const auto& x : items)
+        out << x;
+    return out.status() == QDataStream::Ok ? bytes : QByteArray();
+}
+
+QByteArray qtWriteHash(const QHash<QByteArray, QByteArray>& h) {
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    out << h;
+    return out.status() == QDataStream::Ok ? bytes : QByteArray();
+}
+
+template <class T, class Items>
+bool qtReadEach(const QByteArray& bytes, const Items& items) {
+    QDataStream in(bytes);
+    T x{};
+    bool same = true;
+    for (const auto& expected : items) {
+        in >> x;
+        same &= x == expected;
+    }
+    return same && in.status() == QDataStream::Ok && in.atEnd();
+}
+
 // ---- benchmarks -----------------------------------------------------------------------------
 
 void count(benchmark::State& state, size_t bytes, size_t items) {
@@ -197,19 +246,32 @@ void count(benchmark::State& state, size_t bytes, size_t items) {
     state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * items));
 }
 
+// write() returns the stream's bytes (a std::string or a QByteArray), empty when it failed.
 template <class Write>
 void writeBench(benchmark::State& state, size_t items, Write write) {
     size_t bytes = 0;
     for (auto _ : state) {
-        std::string text = write();
-        if (text.empty()) {
+        auto text = write();
+        if (text.size() == 0) {
             state.SkipWithError("write failed");
             return;
         }
-        bytes = text.size();
+        bytes = static_cast<size_t>(text.size());
         benchmark::DoNotOptimize(text.data());
     }
     count(state, bytes, items);
+}
+
+// read() reads the whole of bytes and reports whether it matched the source.
+template <class Read>
+void qtReadBench(benchmark::State& state, const QByteArray& bytes, size_t items, Read read) {
+    for (auto _ : state) {
+        if (!read()) {
+            state.SkipWithError("read back something else");
+            return;
+        }
+    }
+    count(state, static_cast<size_t>(bytes.size()), items);
 }
 
 // read(sb) reads the whole of sb and reports whether it matched the source.
@@ -228,13 +290,34 @@ void readBench(benchmark::State& state, const std::string& text, size_t items, R
 struct Encoded {
     std::string vfcStrings, vfcInts, vfcHash;
     std::string boostStrings, boostInts, boostMap;
+    QByteArray qtStrings, qtInts, qtHash;
 };
 
 const Encoded& encoded() {
-    static const Encoded e{vfcWriteEach(data().vstrings), vfcWriteEach(data().vints),
-                           vfcWriteHash(data().hash),     boostWriteEach(data().strings),
-                           boostWriteEach(data().ints),   boostWriteMap(data().map)};
+    static const Encoded e{
+        vfcWriteEach(data().vstrings),  vfcWriteEach(data().vints),  vfcWriteHash(data().hash),
+        boostWriteEach(data().strings), boostWriteEach(data().ints), boostWriteMap(data().map),
+        qtWriteEach(data().qstrings),   qtWriteEach(data().qints),   qtWriteHash(data().qhash)};
     return e;
+}
+
+// QDataStream must give back the source data before it is timed; false (with the first item it
+// got wrong) otherwise.
+bool qtRoundTrips() {
+    const Data& d = data();
+    const Encoded& e = encoded();
+    bool ok =
+        qtReadEach<QByteArray>(e.qtStrings, d.qstrings) && qtReadEach<qint32>(e.qtInts, d.qints);
+    QDataStream in(e.qtHash);
+    QHash<QByteArray, QByteArray> h;
+    in >> h;
+    ok &= in.status() == QDataStream::Ok && h == d.qhash &&
+          static_cast<size_t>(h.size()) == d.map.size();
+    for (const auto& [k, v] : d.map) {
+        auto it = h.constFind(QByteArray(k.data(), static_cast<qsizetype>(k.size())));
+        ok &= it != h.cend() && it->toStdString() == v;
+    }
+    return ok;
 }
 
 void registerAll() {
@@ -249,6 +332,9 @@ void registerAll() {
     RegisterBenchmark("strings-write/boost", [&](State& s) {
         writeBench(s, kStrings, [&] { return boostWriteEach(d.strings); });
     });
+    RegisterBenchmark("strings-write/qt", [&](State& s) {
+        writeBench(s, kStrings, [&] { return qtWriteEach(d.qstrings); });
+    });
     RegisterBenchmark("strings-read/vfc", [&](State& s) {
         readBench(s, e.vfcStrings, kStrings,
                   [&](std::stringbuf& sb) { return vfcReadEach<vString>(sb, d.vstrings); });
@@ -258,11 +344,19 @@ void registerAll() {
                   [&](std::stringbuf& sb) { return boostReadEach<std::string>(sb, d.strings); });
     });
 
+    RegisterBenchmark("strings-read/qt", [&](State& s) {
+        qtReadBench(s, e.qtStrings, kStrings,
+                    [&] { return qtReadEach<QByteArray>(e.qtStrings, d.qstrings); });
+    });
+
     RegisterBenchmark("ints-write/vfc", [&](State& s) {
         writeBench(s, kInts, [&] { return vfcWriteEach(d.vints); });
     });
     RegisterBenchmark("ints-write/boost", [&](State& s) {
         writeBench(s, kInts, [&] { return boostWriteEach(d.ints); });
+    });
+    RegisterBenchmark("ints-write/qt", [&](State& s) {
+        writeBench(s, kInts, [&] { return qtWriteEach(d.qints); });
     });
     RegisterBenchmark("ints-read/vfc", [&](State& s) {
         readBench(s, e.vfcInts, kInts,
@@ -273,11 +367,18 @@ void registerAll() {
                   [&](std::stringbuf& sb) { return boostReadEach<int>(sb, d.ints); });
     });
 
+    RegisterBenchmark("ints-read/qt", [&](State& s) {
+        qtReadBench(s, e.qtInts, kInts, [&] { return qtReadEach<qint32>(e.qtInts, d.qints); });
+    });
+
     RegisterBenchmark("hash-write/vfc", [&](State& s) {
         writeBench(s, kHashEntries, [&] { return vfcWriteHash(d.hash); });
     });
     RegisterBenchmark("hash-write/boost", [&](State& s) {
         writeBench(s, kHashEntries, [&] { return boostWriteMap(d.map); });
+    });
+    RegisterBenchmark("hash-write/qt", [&](State& s) {
+        writeBench(s, kHashEntries, [&] { return qtWriteHash(d.qhash); });
     });
     // The restored container is checked outside the timing; its destruction is timed.
     RegisterBenchmark("hash-read/vfc", [&](State& s) {
@@ -303,6 +404,17 @@ void registerAll() {
             }
             s.PauseTiming();
             bool same = is.good() && m == d.map;
+            s.ResumeTiming();
+            return same;
+        });
+    });
+    RegisterBenchmark("hash-read/qt", [&](State& s) {
+        qtReadBench(s, e.qtHash, kHashEntries, [&] {
+            QDataStream in(e.qtHash);
+            QHash<QByteArray, QByteArray> h;
+            in >> h;
+            s.PauseTiming();
+            bool same = in.status() == QDataStream::Ok && h == d.qhash;
             s.ResumeTiming();
             return same;
         });
@@ -340,12 +452,18 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "writing the source data through vPostream failed\n");
         return 1;
     }
+    if (e.qtStrings.isEmpty() || e.qtInts.isEmpty() || e.qtHash.isEmpty() || !qtRoundTrips()) {
+        std::fprintf(stderr, "QDataStream does not give back the source data\n");
+        return 1;
+    }
     std::printf(
-        "stream bytes per item (vfc / boost): strings %.1f / %.1f, ints %.1f / %.1f, "
-        "hash entries %.1f / %.1f\n",
+        "stream bytes per item (vfc / boost / qt): strings %.1f / %.1f / %.1f, ints %.1f / %.1f "
+        "/ %.1f, hash entries %.1f / %.1f / %.1f\n",
         double(e.vfcStrings.size()) / kStrings, double(e.boostStrings.size()) / kStrings,
-        double(e.vfcInts.size()) / kInts, double(e.boostInts.size()) / kInts,
-        double(e.vfcHash.size()) / kHashEntries, double(e.boostMap.size()) / kHashEntries);
+        double(e.qtStrings.size()) / kStrings, double(e.vfcInts.size()) / kInts,
+        double(e.boostInts.size()) / kInts, double(e.qtInts.size()) / kInts,
+        double(e.vfcHash.size()) / kHashEntries, double(e.boostMap.size()) / kHashEntries,
+        double(e.qtHash.size()) / kHashEntries);
     registerAll();
     vfcbench::setProgram(argv[0]);
     benchmark::Initialize(&argc, argv);

@@ -6,10 +6,29 @@
 // from /dev/null, standard output and error on one pipe, no other descriptor inherited), a read
 // loop of 256-byte reads like the library's and a blocking waitpid: the floor for what the
 // library does. "spawn-64k" is the same with 64 KiB reads. "popen" is popen and fread of 64 KiB
-// with pclose, which also goes through /bin/sh. Every engine's output is checked against the
-// expected bytes before anything is timed.
+// with pclose, which also goes through /bin/sh.
+//
+// The libraries' process classes are peers too. "poco" is Poco::Process::launch with one
+// Poco::Pipe for standard output and error and another for standard input, whose writing end is
+// closed at once (the child reads end of file, as from /dev/null), read with Pipe::readBytes in
+// 64 KiB reads and waited for with ProcessHandle::wait. Before the exec, POCO's child closes
+// every descriptor number from 3 up to the open-file limit, one close call each, so its start
+// costs grow with that limit (printed at the start). "qt" is QProcess with merged channels and
+// standard input from the null device: start, waitForFinished, readAllStandardOutput; QProcess
+// reads the pipe into its own buffer while it waits. Qt is given the program and arguments as
+// QString and QStringList converted before timing.
+//
+// Every engine's output is checked against the expected bytes before anything is timed.
+#include <Poco/Pipe.h>
+#include <Poco/Process.h>
+#include <QByteArray>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -113,6 +132,54 @@ int popenCapture(const Child& c, std::string& out) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
+int pocoCapture(const Child& c, std::string& out) {
+    out.clear();
+    Poco::Pipe input, output;
+    Poco::Process::Args args(c.argv.begin() + 1, c.argv.end());
+    Poco::ProcessHandle child = Poco::Process::launch(c.argv[0], args, &input, &output, &output);
+    input.close(Poco::Pipe::CLOSE_WRITE);
+    std::vector<char> buffer(64 * 1024);
+    int n;
+    while ((n = output.readBytes(buffer.data(), static_cast<int>(buffer.size()))) > 0)
+        out.append(buffer.data(), static_cast<size_t>(n));
+    output.close();
+    return child.wait();
+}
+
+// The children's commands for Qt, converted once.
+struct QtCommand {
+    QString program;
+    QStringList arguments;
+};
+
+const QtCommand& qtCommand(const Child& c) {
+    static const std::vector<QtCommand> all = [] {
+        std::vector<QtCommand> v;
+        for (const Child& child : children()) {
+            QtCommand q{QString::fromStdString(child.argv[0]), {}};
+            for (size_t i = 1; i < child.argv.size(); ++i)
+                q.arguments << QString::fromStdString(child.argv[i]);
+            v.push_back(q);
+        }
+        return v;
+    }();
+    return all[static_cast<size_t>(&c - children().data())];
+}
+
+// Like vfcCapture, the bytes are copied into out only when they are to be checked: QProcess
+// hands them over as a QByteArray.
+int qtCapture(const Child& c, std::string& out) {
+    const QtCommand& command = qtCommand(c);
+    QProcess p;
+    p.setProcessChannelMode(QProcess::MergedChannels);
+    p.setStandardInputFile(QProcess::nullDevice());
+    p.start(command.program, command.arguments, QIODevice::ReadOnly);
+    if (!p.waitForFinished(-1)) return -1;
+    QByteArray bytes = p.readAllStandardOutput();
+    if (gCheckingOutput) out.assign(bytes.constData(), static_cast<size_t>(bytes.size()));
+    return p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
+}
+
 using Engine = std::function<int(const Child&, std::string&)>;
 
 const std::vector<std::pair<std::string, Engine>>& engines() {
@@ -122,6 +189,8 @@ const std::vector<std::pair<std::string, Engine>>& engines() {
         {"spawn-64k",
          [](const Child& c, std::string& out) { return spawnCapture(c, out, 64 * 1024); }},
         {"popen", popenCapture},
+        {"poco", pocoCapture},
+        {"qt", qtCapture},
     };
     return all;
 }
@@ -222,6 +291,9 @@ void registerAll() {
 }  // namespace
 
 int main(int argc, char** argv) {
+    rlimit files{};
+    if (::getrlimit(RLIMIT_NOFILE, &files) == 0)
+        std::printf("open-file limit: %llu\n", static_cast<unsigned long long>(files.rlim_cur));
     if (!sameResults()) std::printf("WARNING: the engines capture different output\n");
     registerAll();
     vfcbench::setProgram(argv[0]);

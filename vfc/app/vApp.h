@@ -292,9 +292,9 @@ class VFC_API vApp {
     // stands for the URL and "%%" for "%", and a command without "%s" gets the URL as its last
     // word. On Windows the program is the one registered for the URL scheme ("http" for the
     // browser, "mailto" for mail): the default value of "<scheme>\shell\open\command" under
-    // HKEY_CURRENT_USER\Software\Classes, else under HKEY_CLASSES_ROOT, with "%1" (or "%L")
+    // "HKEY_CURRENT_USER\Software\Classes", else under "HKEY_CLASSES_ROOT", with "%1" (or "%L")
     // replaced by the URL, or the URL appended in double quotes when it has neither. (The choice
-    // Windows keeps per user under ...\Shell\Associations\UrlAssociations is not read.) Either
+    // Windows keeps per user under "...\Shell\Associations\UrlAssociations" is not read.) Either
     // way the URL goes with its control characters, blanks and double quotes written %XX.
     //
     // The program starts detached and is never waited for: the call returns once it runs, however

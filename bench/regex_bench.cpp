@@ -207,8 +207,8 @@ int main(int argc, char** argv) {
         re2s.push_back(std::make_unique<RE2>(c.re2, re2Options()));
         stds.push_back(std::make_unique<std::regex>(c.posix, std::regex::extended));
         pcres.push_back(std::make_unique<Pcre2>(c.re2));
-        qts.push_back(std::make_unique<QRegularExpression>(
-            QString::fromLatin1(c.re2), QRegularExpression::DontCaptureOption));
+        qts.push_back(std::make_unique<QRegularExpression>(QString::fromLatin1(c.re2),
+                                                           QRegularExpression::DontCaptureOption));
         qts.back()->optimize();
         pocos.push_back(std::make_unique<Poco::RegularExpression>(
             c.re2, Poco::RegularExpression::RE_DOLLAR_ENDONLY, true));

@@ -107,7 +107,6 @@
     HASH  (vHashvStringvPathComponentList, vString, vPathComponentList)
 // clang-format on
 
-
 // ---- generation ----------------------------------------------------------------------------
 // Every member is declared first, so that the templates can be named with any member as an
 // argument. Then, member by member: the explicit instantiation declarations of its templates

@@ -6,9 +6,9 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
-#include <type_traits>
 #include <sstream>
 #include <string>
+#include <type_traits>
 #include <typeinfo>
 
 #include "vfc/collections/vHash.h"
@@ -236,11 +236,11 @@ void checkMember(RWClassID id, const char* name, bool filesAsKeys) {
 
 TEST(vTypedFamily, EveryMemberHasItsIdentifierAndRoundTrips) {
     int members = 0;
-#define CHECK_MEMBER(name, keysAreFiles)                         \
-    {                                                            \
-        SCOPED_TRACE(#name);                                     \
+#define CHECK_MEMBER(name, keysAreFiles)                        \
+    {                                                           \
+        SCOPED_TRACE(#name);                                    \
         checkMember<name>(vClassID::name, #name, keysAreFiles); \
-        ++members;                                               \
+        ++members;                                              \
     }
 #define CHECK_SEQUENCE(name, element) CHECK_MEMBER(name, false)
 #define CHECK_HASHED(name, element) CHECK_MEMBER(name, (std::is_same_v<element, vFile>))

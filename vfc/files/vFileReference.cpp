@@ -136,7 +136,8 @@ void folderOf(const vPathComponentList& file, vPathComponentList& out) {
 
 void append(vPathComponentList& list, const vPathComponentList& tail) {
     vPathComponentListIter it(tail);
-    while (it.fAdvance()) list.fInsert(it.aKey());
+    while (it.fAdvance())
+        list.fInsert(it.aKey());
 }
 
 // The text that leads from the file referrer to target (both absolute), in the shape of the
@@ -172,7 +173,8 @@ bool rebase(const vPathComponentList& path, const vPathComponentList& from,
         if (ip.aKey() != ifrom.aKey()) return false;
     }
     out = to;
-    while (ip.fAdvance()) out.fInsert(ip.aKey());
+    while (ip.fAdvance())
+        out.fInsert(ip.aKey());
     out.fSetTrailingSeparator(path.fTrailingSeparator());
     return true;
 }
@@ -227,8 +229,7 @@ bool vFileReference::fMove(const vFile& referrer, const vFile& target) {
     vPathComponentList from, to;
     paths.absolute(referrer.fPath(), from);
     paths.absolute(target.fPath(), to);
-    aParts = vpFileRefCmpnts(referrer, rewrite(parsed, fNotation(), from, to), fNotation(),
-                             target);
+    aParts = vpFileRefCmpnts(referrer, rewrite(parsed, fNotation(), from, to), fNotation(), target);
     return true;
 }
 

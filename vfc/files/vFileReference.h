@@ -30,8 +30,8 @@
 ///
 /// Paths: the referrer and the target are host paths. A relative referrer is taken from the
 /// current directory, and the target of a relative text is then kept relative to the current
-/// directory too, so a catalogue of relative paths stays relative. On Windows "\" and "/" both separate names and
-/// the target is written with "/".
+/// directory too, so a catalogue of relative paths stays relative. On Windows "\" and "/" both
+/// separate names and the target is written with "/".
 ///
 /// Rewriting: a relative text is replaced by the shortest relative path from the referrer's
 /// folder to the target (by vcMakeRelative; on another drive that is the absolute path), an

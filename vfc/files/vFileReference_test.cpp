@@ -55,10 +55,9 @@ TEST(vFileReference, ResolvesTextAgainstTheReferrersFolder) {
               "d/x%20y.gif");
     EXPECT_EQ(str(vFileReference("d/a.htm", "c#.txt", vPathType::eUNIX).fTarget().fPath()),
               "d/c#.txt");
-    EXPECT_EQ(str(vFileReference("d/a.mif", "<u><c>art<c>f.gif", vPathType::eMIFUNIX)
-                      .fTarget()
-                      .fPath()),
-              "art/f.gif");
+    EXPECT_EQ(
+        str(vFileReference("d/a.mif", "<u><c>art<c>f.gif", vPathType::eMIFUNIX).fTarget().fPath()),
+        "art/f.gif");
 
     // Texts that leave the file system have no target.
     for (const char* text : {"http://example.com/a.htm", "https://h:8080/x", "mailto:a@b.c",
@@ -72,9 +71,9 @@ TEST(vFileReference, ResolvesTextAgainstTheReferrersFolder) {
     // An absolute text leads where it says, whatever the referrer.
     TempDir dir;
     const std::string root = slashed(dir.path());
-    const vFileReference abs("a.htm", vString(("file://" + std::string(root[0] == '/' ? "" : "/") +
-                                               root + "/p.png")
-                                                  .c_str()));
+    const vFileReference abs(
+        "a.htm",
+        vString(("file://" + std::string(root[0] == '/' ? "" : "/") + root + "/p.png").c_str()));
     EXPECT_EQ(str(abs.fTarget().fPath()), root + "/p.png");
     EXPECT_FALSE(abs.fTargetExists());
     dir.write("p.png", "x");
@@ -112,15 +111,15 @@ TEST(vFileReference, RewritesTheTextWhenEitherEndMoves) {
     EXPECT_EQ(str(web.fReferrer().fPath()), "site/a.htm");
 
     // Whatever moved, the new text read from the new referrer leads to the new target.
-    const char* places[] = {"a.htm", "x/a.htm", "x/y/b.htm", "z/b.htm", "x/y/z/q r.htm",
-                            "../o.htm"};
+    const char* places[] = {"a.htm",   "x/a.htm",       "x/y/b.htm",
+                            "z/b.htm", "x/y/z/q r.htm", "../o.htm"};
     for (const char* from : places) {
         for (const char* to : places) {
             vFileReference r("start/p.htm", "t.htm?q#f");
             ASSERT_TRUE(r.fMove(from, to));
             const vFileReference again(from, r.fText());
-            EXPECT_EQ(str(again.fTarget().fPath()), to) << from << " -> " << to << ": "
-                                                        << str(r.fText());
+            EXPECT_EQ(str(again.fTarget().fPath()), to)
+                << from << " -> " << to << ": " << str(r.fText());
         }
     }
 

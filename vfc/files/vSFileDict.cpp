@@ -103,8 +103,8 @@ size_t vSFileDict::fRemoveBelow(const vFile& folder) {
     while (end != aEntries.end() && end->fPath().length() >= path.length() &&
            std::memcmp(end->fPath().data(), path.data(), path.length()) == 0)
         ++end;
-    auto kept = std::remove_if(first, end,
-                               [&](const vSFile& e) { return isAtOrBelow(e.fPath(), path); });
+    auto kept =
+        std::remove_if(first, end, [&](const vSFile& e) { return isAtOrBelow(e.fPath(), path); });
     aEntries.erase(kept, end);
     return before - aEntries.size();
 }

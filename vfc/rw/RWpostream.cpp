@@ -40,8 +40,8 @@ void RWpostream::write(const char* p, size_t n) {
     if (pending_ + n > sizeof buffer_) {
         commit();
         if (n > sizeof buffer_) {
-            if (good() && sb_->sputn(p, static_cast<std::streamsize>(n)) !=
-                              static_cast<std::streamsize>(n))
+            if (good() &&
+                sb_->sputn(p, static_cast<std::streamsize>(n)) != static_cast<std::streamsize>(n))
                 setstate(failbit | badbit);
             return;
         }
@@ -63,8 +63,7 @@ void RWpostream::commit() {
         PutArea::bump(sb_, static_cast<int>(n));
         return;
     }
-    if (
-        sb_->sputn(buffer_, static_cast<std::streamsize>(n)) != static_cast<std::streamsize>(n))
+    if (sb_->sputn(buffer_, static_cast<std::streamsize>(n)) != static_cast<std::streamsize>(n))
         setstate(failbit | badbit);
 }
 

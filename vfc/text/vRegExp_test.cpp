@@ -227,7 +227,8 @@ TEST(vRegExp, OverlappingOptionalItemsCostTimeLinearInThePattern) {
     std::string pattern;
     for (char last = '0'; last < '4'; ++last) {
         if (!pattern.empty()) pattern += '|';
-        for (int i = 0; i < n; ++i) pattern += "a?";
+        for (int i = 0; i < n; ++i)
+            pattern += "a?";
         pattern += std::string(n, 'a') + last;
     }
     vRegExp re{vString(pattern.c_str())};
@@ -237,7 +238,8 @@ TEST(vRegExp, OverlappingOptionalItemsCostTimeLinearInThePattern) {
     EXPECT_EQ(find(re, std::string(n - 1, 'a') + "3"), kNone);
 
     std::string one;
-    for (int i = 0; i < n; ++i) one += "a?";
+    for (int i = 0; i < n; ++i)
+        one += "a?";
     one += std::string(n, 'a');
     const std::string text(2 * n, 'a');
     size_t found = 0;

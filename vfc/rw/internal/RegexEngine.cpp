@@ -221,8 +221,8 @@ inline const uint8_t* runForward(const int32_t* trans, const uint8_t* cls, const
 // The same going backward from p down to lo, reading p[-1]; entering a matching row moves
 // *matchStart to the byte.
 inline const uint8_t* runBackward(const int32_t* trans, const uint8_t* cls, const uint8_t* p,
-                                  const uint8_t* lo, uint32_t noLoop, int32_t* row,
-                                  int32_t* entry, const uint8_t** matchStart, bool* looped) {
+                                  const uint8_t* lo, uint32_t noLoop, int32_t* row, int32_t* entry,
+                                  const uint8_t** matchStart, bool* looped) {
     const auto* t = reinterpret_cast<const uint32_t*>(trans);
     size_t r = static_cast<uint32_t>(*row);
     uint32_t next = 0;
@@ -327,7 +327,8 @@ const uint8_t* skipAhead(const Nfa& nfa, const uint8_t* p, const uint8_t* e,
         const void* hit = std::memchr(p, nfa.skipByte, static_cast<size_t>(e - p));
         return hit ? static_cast<const uint8_t*>(hit) : e;
     }
-    if (nfa.skip == Nfa::Skip::fewBytes) return findAny(p, e, textBegin, nfa.skipBytes, nfa.skipCount);
+    if (nfa.skip == Nfa::Skip::fewBytes)
+        return findAny(p, e, textBegin, nfa.skipBytes, nfa.skipCount);
     const uint8_t* can = nfa.canStart;
     while (e - p >= 4 && !(can[p[0]] | can[p[1]] | can[p[2]] | can[p[3]]))
         p += 4;
@@ -492,8 +493,8 @@ void compileTables(const std::vector<const Expression*>& alternatives, Compiled*
         out->allAnchoredEnd &= e->anchorEnd;
     }
     out->fixedLength = commonFixedLength(alternatives);
-    if (alternatives.size() == 1 && !alternatives[0]->anchorStart &&
-        !alternatives[0]->anchorEnd && alternatives[0]->items.size() == 1 &&
+    if (alternatives.size() == 1 && !alternatives[0]->anchorStart && !alternatives[0]->anchorEnd &&
+        alternatives[0]->items.size() == 1 &&
         (alternatives[0]->items[0].quant == Quant::once ||
          alternatives[0]->items[0].quant == Quant::plus)) {
         const Item& item = alternatives[0]->items[0];

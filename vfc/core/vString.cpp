@@ -1,5 +1,6 @@
 #include "vfc/core/vString.h"
 
+#include <cstring>
 #include <istream>
 #include <ostream>
 #include <string>
@@ -117,7 +118,8 @@ int vString::compareTo(const RWCollectable* other) const {
 }
 
 bool vString::isEqual(const RWCollectable* other) const {
-    return other && other->isA() == isA() && RWCString::compareTo(*static_cast<const vString*>(other)) == 0;
+    return other && other->isA() == isA() &&
+           RWCString::compareTo(*static_cast<const vString*>(other)) == 0;
 }
 
 namespace {
@@ -153,14 +155,20 @@ void vString::fTrim() {
     // What the patterns "^[ \t]+" and "[ \t]+$" select, found without compiling them: the
     // leading run first, then the trailing run of what is left.
     auto blank = [](char c) { return c == ' ' || c == '\t'; };
+    const char* p = data();
+    const size_t n = length();
     size_t lead = 0;
-    while (lead < length() && blank(data()[lead]))
+    while (lead < n && blank(p[lead]))
         ++lead;
-    if (lead) remove(0, lead);
-    size_t end = length();
-    while (end > 0 && blank(data()[end - 1]))
+    size_t end = n;
+    while (end > lead && blank(p[end - 1]))
         --end;
-    if (end < length()) remove(end);
+    if (lead == 0 && end == n) return;
+    // One pass over the buffer: an unshared one keeps its place, a shared one is copied once.
+    resizeAndOverwrite(n, [lead, end](char* buf, size_t) {
+        std::memmove(buf, buf + lead, end - lead);
+        return end - lead;
+    });
 }
 
 bool vString::fReplaceAll(const vRegExp& re, const vString& replacement) {

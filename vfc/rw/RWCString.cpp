@@ -36,16 +36,9 @@ char* RWCString::allocate(size_t cap) {
     return chars;
 }
 
-void RWCString::release() noexcept {
-    Rep* r = rep();
-    if (r == &empty_.rep) return;
-    // The only owner frees without the atomic decrement: nobody else can reach the buffer to
-    // take a new reference.
-    if (r->refs.load(std::memory_order_acquire) == 1 ||
-        r->refs.fetch_sub(1, std::memory_order_acq_rel) == 1) {
-        r->~Rep();
-        std::free(r);
-    }
+void RWCString::freeRep(Rep* r) noexcept {
+    r->~Rep();
+    std::free(r);
 }
 
 void RWCString::reserveUnique(size_t cap) {
@@ -82,15 +75,9 @@ RWCString::RWCString(char c, size_t n) : p_(emptyChars()) {
 
 RWCString::RWCString(const RWCSubString& sub) : RWCString(sub.data(), sub.length()) {}
 
-RWCString::RWCString(const RWCString& other) noexcept : p_(other.p_) {
-    Rep* r = rep();
-    if (r == &empty_.rep) return;
-    if (r->leaked) {
-        p_ = emptyChars();
-        *this = RWCString(other.data(), other.length());
-        return;
-    }
-    r->refs.fetch_add(1, std::memory_order_relaxed);
+void RWCString::copyLeaked(const RWCString& other) {
+    p_ = emptyChars();
+    *this = RWCString(other.data(), other.length());
 }
 
 RWCString& RWCString::operator=(const RWCString& other) noexcept {

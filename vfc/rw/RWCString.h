@@ -47,7 +47,16 @@ class VFC_API RWCString {
     RWCString(char c, size_t n);  // n copies of c
     RWCString(const RWCSubString& sub);
     explicit RWCString(std::string_view s) : RWCString(s.data(), s.size()) {}
-    RWCString(const RWCString& other) noexcept;
+    // Copies share the buffer: inline, since copies are the commonest thing done to a string.
+    RWCString(const RWCString& other) noexcept : p_(other.p_) {
+        Rep* r = rep();
+        if (r == &empty_.rep) return;
+        if (r->leaked) {
+            copyLeaked(other);
+            return;
+        }
+        r->refs.fetch_add(1, std::memory_order_relaxed);
+    }
     RWCString(RWCString&& other) noexcept : p_(other.p_) { other.p_ = emptyChars(); }
     ~RWCString() { release(); }
 
@@ -214,7 +223,18 @@ class VFC_API RWCString {
     static char* emptyChars() noexcept { return reinterpret_cast<char*>(&empty_.rep + 1); }
     Rep* rep() const noexcept { return reinterpret_cast<Rep*>(p_) - 1; }
     static char* allocate(size_t cap);
-    void release() noexcept;
+    // Drops this string's reference; the last one frees the buffer. The only owner frees
+    // without the atomic decrement: nobody else can reach the buffer to take a new reference.
+    void release() noexcept {
+        Rep* r = rep();
+        if (r == &empty_.rep) return;
+        if (r->refs.load(std::memory_order_acquire) == 1 ||
+            r->refs.fetch_sub(1, std::memory_order_acq_rel) == 1)
+            freeRep(r);
+    }
+    static void freeRep(Rep* r) noexcept;
+    // A copy of a buffer that handed out a writable byte gets a buffer of its own.
+    void copyLeaked(const RWCString& other);
     // Makes the buffer unshared with room for cap bytes, keeping as much of the text as fits.
     void reserveUnique(size_t cap);
     // Unshared with a buffer of at least n bytes.

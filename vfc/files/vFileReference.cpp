@@ -241,25 +241,27 @@ int vFileReference::sfFileMoved(vpSlistvpFRefCs& refs, const vFile& from, const 
     int changed = 0;
     vpSlistvpFRefCsIter it(refs);
     while (it.fAdvance()) {
+        // Parsed, made absolute and rewritten once, with the one reading of the current folder.
         vpFileRefCmpnts& parts = it.aKey();
-        vFileReference ref(parts);
-        if (ref.fIsExternal()) continue;
-        vPathComponentList referrer, target, moved;
+        const ParsedText parsed = parseText(parts.fNotation(), parts.fText());
+        if (parsed.external) continue;
+        vPathComponentList referrer, target, movedReferrer, movedTarget;
         paths.absolute(parts.fReferrer().fPath(), referrer);
         paths.absolute(parts.fTarget().fPath(), target);
-        bool any = false;
-        vFile newReferrer = parts.fReferrer(), newTarget = parts.fTarget();
-        if (rebase(referrer, fromList, toList, moved)) {
-            newReferrer = vFile(paths.stored(moved, isRelativeHost(parts.fReferrer().fPath())));
-            any = true;
-        }
-        if (rebase(target, fromList, toList, moved)) {
-            newTarget = vFile(paths.stored(moved, isRelativeHost(parts.fTarget().fPath())));
-            any = true;
-        }
-        if (!any) continue;
-        ref.fMove(newReferrer, newTarget);
-        parts = ref.fComponents();
+        const bool referrerMoved = rebase(referrer, fromList, toList, movedReferrer);
+        const bool targetMoved = rebase(target, fromList, toList, movedTarget);
+        if (!referrerMoved && !targetMoved) continue;
+        const vFile newReferrer =
+            referrerMoved
+                ? vFile(paths.stored(movedReferrer, isRelativeHost(parts.fReferrer().fPath())))
+                : parts.fReferrer();
+        const vFile newTarget =
+            targetMoved ? vFile(paths.stored(movedTarget, isRelativeHost(parts.fTarget().fPath())))
+                        : parts.fTarget();
+        const vString text =
+            rewrite(parsed, parts.fNotation(), referrerMoved ? movedReferrer : referrer,
+                    targetMoved ? movedTarget : target);
+        parts = vpFileRefCmpnts(newReferrer, text, parts.fNotation(), newTarget);
         ++changed;
     }
     return changed;

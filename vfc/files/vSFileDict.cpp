@@ -41,6 +41,22 @@ bool isAtOrBelow(const vString& path, const vString& folder) {
 vSFileDict::~vSFileDict() = default;
 
 bool vSFileDict::fInsert(const vSFile& entry) {
+    return insert(entry, true);
+}
+
+bool vSFileDict::fInsert(const vFile& file, const vString& value) {
+    return insert(vSFile(file, value), true);
+}
+
+size_t vSFileDict::fInsertAll(const vSlistvFile& files, const vString& value) {
+    size_t added = 0;
+    vSlistvFileIter it(files);
+    while (it.fAdvance())
+        added += insert(vSFile(it.aKey(), value), false);
+    return added;
+}
+
+bool vSFileDict::insert(const vSFile& entry, bool replace) {
     const vString& path = entry.fPath();
     // Appending in order is the common case: a walk yields sorted paths.
     if (aEntries.empty() || comparePaths(aEntries.back().fPath(), path) < 0) {
@@ -49,23 +65,11 @@ bool vSFileDict::fInsert(const vSFile& entry) {
     }
     auto it = std::lower_bound(aEntries.begin(), aEntries.end(), path, entryBefore);
     if (it != aEntries.end() && comparePaths(it->fPath(), path) == 0) {
-        *it = entry;
+        if (replace) *it = entry;
         return false;
     }
     aEntries.insert(it, entry);
     return true;
-}
-
-bool vSFileDict::fInsert(const vFile& file, const vString& value) {
-    return fInsert(vSFile(file, value));
-}
-
-size_t vSFileDict::fInsertAll(const vSlistvFile& files, const vString& value) {
-    size_t added = 0;
-    vSlistvFileIter it(files);
-    while (it.fAdvance())
-        if (!fContains(it.aKey()) && fInsert(it.aKey(), value)) ++added;
-    return added;
 }
 
 const vSFile* vSFileDict::fFind(const vFile& file) const {
@@ -95,17 +99,11 @@ bool vSFileDict::fRemove(const vFile& file) {
 
 size_t vSFileDict::fRemoveBelow(const vFile& folder) {
     const size_t before = aEntries.size();
-    const vString& path = folder.fPath();
-    // Everything below "docs" starts with "docs", so it lies in one run from the lower bound;
-    // inside that run "docs-old" and "docsx" are skipped.
-    auto first = aEntries.begin() + static_cast<std::ptrdiff_t>(fIndexOf(folder));
-    auto end = first;
-    while (end != aEntries.end() && end->fPath().length() >= path.length() &&
-           std::memcmp(end->fPath().data(), path.data(), path.length()) == 0)
-        ++end;
+    const auto [first, end] = prefixRun(folder.fPath());
     auto kept =
-        std::remove_if(first, end, [&](const vSFile& e) { return isAtOrBelow(e.fPath(), path); });
-    aEntries.erase(kept, end);
+        std::remove_if(aEntries.begin() + first, aEntries.begin() + end,
+                       [&](const vSFile& e) { return isAtOrBelow(e.fPath(), folder.fPath()); });
+    aEntries.erase(kept, aEntries.begin() + end);
     return before - aEntries.size();
 }
 
@@ -119,17 +117,25 @@ size_t vSFileDict::fIndexOf(const vFile& file) const {
 }
 
 size_t vSFileDict::fFindBelow(const vFile& folder, vSlistvFile& out) const {
-    const vString& path = folder.fPath();
     size_t found = 0;
-    for (size_t i = fIndexOf(folder); i < aEntries.size(); ++i) {
-        const vString& p = aEntries[i].fPath();
-        if (p.length() < path.length() || std::memcmp(p.data(), path.data(), path.length()) != 0)
-            break;
-        if (!isAtOrBelow(p, path)) continue;
+    const auto [first, end] = prefixRun(folder.fPath());
+    for (size_t i = first; i < end; ++i) {
+        if (!isAtOrBelow(aEntries[i].fPath(), folder.fPath())) continue;
         out.fInsert(aEntries[i].fFile());
         ++found;
     }
     return found;
+}
+
+std::pair<size_t, size_t> vSFileDict::prefixRun(const vString& path) const {
+    // Everything below "docs" starts with "docs", so it lies in one run from the lower bound;
+    // inside that run "docs-old" and "docsx" are still to be told apart by the caller.
+    const size_t first = fIndexOf(vFile(path));
+    size_t end = first;
+    while (end < aEntries.size() && aEntries[end].fPath().length() >= path.length() &&
+           std::memcmp(aEntries[end].fPath().data(), path.data(), path.length()) == 0)
+        ++end;
+    return {first, end};
 }
 
 size_t vSFileDict::fStampAll() {

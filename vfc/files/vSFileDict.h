@@ -2,6 +2,7 @@
 #define VFC_FILES_VSFILEDICT_H
 
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 #include "vfc/base/export.h"
@@ -104,6 +105,12 @@ class VFC_API vSFileDict : public RWCollectable {
     static const RWClassID myAtom;
 
   private:
+    // Adds entry where its path belongs; an entry already there is replaced when replace is
+    // set, else kept. True when the path was new.
+    bool insert(const vSFile& entry, bool replace);
+    // The positions [first, end) of the entries whose paths begin with path.
+    std::pair<size_t, size_t> prefixRun(const vString& path) const;
+
     std::vector<vSFile> aEntries;  // strictly ascending by path
 };
 

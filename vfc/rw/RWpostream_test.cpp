@@ -30,14 +30,14 @@ TEST(RWpostreamTest, ItemsAreSpelledExactly) {
               }),
               "-9223372036854775808\n18446744073709551615\n");
     // Symbols: printable bytes as themselves, blank, backslash and high bytes escaped.
-    EXPECT_EQ(written([](RWvostream& s) { s << 'a' << ' ' << '\\' << '\n' << '\xff'; }),
+    EXPECT_EQ(written([](RWvostream& s) { s << 'a' << ' ' << '\\' << '\n'
+                                            << '\xff'; }),
               "a\n\\040\n\\134\n\\012\n\\377\n");
     EXPECT_EQ(written([](RWvostream& s) { s.put('A').put('\xff'); }), "65\n255\n");
     // A string: its length, then quoted bytes with quote and backslash escaped.
     EXPECT_EQ(written([](RWvostream& s) { s.putString("a \"b\"\t", 6); }),
               "6\n\"a \\\"b\\\"\\011\"\n");
-    EXPECT_EQ(written([](RWvostream& s) { s.putString("x\0y\\", 4); }),
-              "4\n\"x\\000y\\\\\"\n");
+    EXPECT_EQ(written([](RWvostream& s) { s.putString("x\0y\\", 4); }), "4\n\"x\\000y\\\\\"\n");
     EXPECT_EQ(written([](RWvostream& s) {
                   s << 1.5 << 0.1 << -0.0 << 1e300 << std::numeric_limits<double>::infinity()
                     << -std::numeric_limits<double>::infinity();
@@ -51,12 +51,16 @@ TEST(RWpostreamTest, EveryItemReadsBack) {
     RWpostream out(&buf);
     const double values[] = {0.1, 1.0 / 3, 6.02214076e23, -5e-324,
                              std::numeric_limits<double>::max()};
-    for (double v : values) out << v;
+    for (double v : values)
+        out << v;
     out << 3.25f << std::numeric_limits<short>::min() << static_cast<unsigned short>(65535)
-        << std::numeric_limits<int>::min() << -1L << true << std::numeric_limits<double>::quiet_NaN();
-    for (int c = 0; c < 256; ++c) out << static_cast<char>(c);
+        << std::numeric_limits<int>::min() << -1L << true
+        << std::numeric_limits<double>::quiet_NaN();
+    for (int c = 0; c < 256; ++c)
+        out << static_cast<char>(c);
     std::string all;
-    for (int c = 0; c < 256; ++c) all += static_cast<char>(c);
+    for (int c = 0; c < 256; ++c)
+        all += static_cast<char>(c);
     out.putString(all.data(), all.size());
     out.put('\x80');
 
@@ -132,15 +136,38 @@ TEST(RWpostreamTest, ReaderToleratesWhiteSpaceAndRefusesBadTokens) {
     expectRefused("1.5.2\n", 2.0);
     expectRefused("\\9xx\n", 'q');
 
+    // A number that runs into the end of the data may have been cut short: it is read, but the
+    // stream is no longer good (end of file, not failed); with its line feed it stays good.
+    for (const char* text : {"42", "-42", "4.25"}) {
+        std::stringbuf cut(text), whole(std::string(text) + "\n");
+        RWpistream inCut(&cut), inWhole(&whole);
+        double x = 0, y = 0;
+        inCut >> x;
+        inWhole >> y;
+        EXPECT_EQ(x, std::stod(text)) << text;
+        EXPECT_FALSE(inCut.good()) << text;
+        EXPECT_TRUE(inCut.eof() && !inCut.fail()) << text;
+        EXPECT_EQ(y, x) << text;
+        EXPECT_TRUE(inWhole.good()) << text;
+    }
+    {
+        std::stringbuf cut("12345");
+        RWpistream in(&cut);
+        long long n = 0;
+        in >> n;
+        EXPECT_EQ(n, 12345);
+        EXPECT_TRUE(in.eof() && !in.fail());
+    }
+
     // Bad strings corrupt the structure: fail and bad, the string unchanged.
     const char* badStrings[] = {
-        "5\n\"abc\"\n",          // shorter than its length
-        "2\n\"abc\"\n",          // longer than its length
-        "3\n\"a\\9b\"\n",       // bad escape
-        "3\n\"a\nb\"\n",         // raw control byte inside the quotes
-        "3\nabc\n",             // no opening quote
-        "1073741825\n\"\"\n",    // length above the sanity limit
-        "-4\n\"ab\"\n",          // negative length
+        "5\n\"abc\"\n",        // shorter than its length
+        "2\n\"abc\"\n",        // longer than its length
+        "3\n\"a\\9b\"\n",      // bad escape
+        "3\n\"a\nb\"\n",       // raw control byte inside the quotes
+        "3\nabc\n",            // no opening quote
+        "1073741825\n\"\"\n",  // length above the sanity limit
+        "-4\n\"ab\"\n",        // negative length
     };
     for (const char* text : badStrings) {
         std::stringbuf buf(text);

@@ -16,6 +16,17 @@ char* octalEscape(char* p, unsigned char c) {
     return p;
 }
 
+// Room for an integer's line: 20 digits and a sign at most, and the line feed.
+constexpr size_t kIntegerRoom = 24;
+
+// Writes v and its line feed at p, which has kIntegerRoom bytes; returns the end.
+template <class T>
+char* integerLine(char* p, T v) {
+    char* end = std::to_chars(p, p + kIntegerRoom - 1, v).ptr;
+    *end++ = '\n';
+    return end;
+}
+
 // The stream buffer's put area, reached through member pointers of a class derived from it.
 struct PutArea : std::streambuf {
     static char* next(std::streambuf* b) { return (b->*&PutArea::pptr)(); }
@@ -68,21 +79,11 @@ void RWpostream::commit() {
 }
 
 void RWpostream::writeUnsigned(unsigned long long v) {
-    // Formatted straight into the buffer: 20 digits and a sign at most, and the line feed.
-    char* p = room(24);
-    if (!p) return;
-    auto r = std::to_chars(p, p + 23, v);
-    *r.ptr++ = '\n';
-    pending_ = static_cast<size_t>(r.ptr - buffer_);
+    if (char* p = room(kIntegerRoom)) pending_ = static_cast<size_t>(integerLine(p, v) - buffer_);
 }
 
 void RWpostream::writeSigned(long long v) {
-    // Formatted straight into the buffer: 20 digits and a sign at most, and the line feed.
-    char* p = room(24);
-    if (!p) return;
-    auto r = std::to_chars(p, p + 23, v);
-    *r.ptr++ = '\n';
-    pending_ = static_cast<size_t>(r.ptr - buffer_);
+    if (char* p = room(kIntegerRoom)) pending_ = static_cast<size_t>(integerLine(p, v) - buffer_);
 }
 
 RWvostream& RWpostream::operator<<(char c) {

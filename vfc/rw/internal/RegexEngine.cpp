@@ -257,21 +257,33 @@ inline const uint8_t* runBackward(const int32_t* trans, const uint8_t* cls, cons
     return p;
 }
 
+#if defined(__SSE2__)
+// Which of sixteen bytes are one of up to four given bytes, as a bit mask (bit i: byte i).
+class ByteHits {
+  public:
+    ByteHits(const uint8_t* bytes, int n)
+        : b0_(_mm_set1_epi8(static_cast<char>(bytes[0]))),
+          b1_(_mm_set1_epi8(static_cast<char>(bytes[n > 1 ? 1 : 0]))),
+          b2_(_mm_set1_epi8(static_cast<char>(bytes[n > 2 ? 2 : 0]))),
+          b3_(_mm_set1_epi8(static_cast<char>(bytes[n > 3 ? 3 : 0]))) {}
+    unsigned operator()(const uint8_t* at) const {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+        return static_cast<unsigned>(_mm_movemask_epi8(
+            _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, b0_), _mm_cmpeq_epi8(v, b1_)),
+                         _mm_or_si128(_mm_cmpeq_epi8(v, b2_), _mm_cmpeq_epi8(v, b3_)))));
+    }
+
+  private:
+    __m128i b0_, b1_, b2_, b3_;
+};
+#endif
+
 // The first of the n bytes in [p, e), or e: sixteen bytes at a time where SSE2 is there, the
 // last few by one more load ending at e when the text begins at least sixteen bytes before it.
 const uint8_t* findAny(const uint8_t* p, const uint8_t* e, const uint8_t* textBegin,
                        const uint8_t* bytes, int n) {
 #if defined(__SSE2__)
-    const __m128i b0 = _mm_set1_epi8(static_cast<char>(bytes[0]));
-    const __m128i b1 = _mm_set1_epi8(static_cast<char>(bytes[n > 1 ? 1 : 0]));
-    const __m128i b2 = _mm_set1_epi8(static_cast<char>(bytes[n > 2 ? 2 : 0]));
-    const __m128i b3 = _mm_set1_epi8(static_cast<char>(bytes[n > 3 ? 3 : 0]));
-    auto hits = [&](const uint8_t* at) {
-        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
-        return static_cast<unsigned>(_mm_movemask_epi8(
-            _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, b0), _mm_cmpeq_epi8(v, b1)),
-                         _mm_or_si128(_mm_cmpeq_epi8(v, b2), _mm_cmpeq_epi8(v, b3)))));
-    };
+    const ByteHits hits(bytes, n);
     for (; e - p >= 16; p += 16)
         if (const unsigned mask = hits(p)) return p + __builtin_ctz(mask);
     if (p < e && e - textBegin >= 16) {
@@ -294,16 +306,7 @@ const uint8_t* findAny(const uint8_t* p, const uint8_t* e, const uint8_t* textBe
 const uint8_t* findAnyBackward(const uint8_t* lo, const uint8_t* p, const uint8_t* textEnd,
                                const uint8_t* bytes, int n) {
 #if defined(__SSE2__)
-    const __m128i b0 = _mm_set1_epi8(static_cast<char>(bytes[0]));
-    const __m128i b1 = _mm_set1_epi8(static_cast<char>(bytes[n > 1 ? 1 : 0]));
-    const __m128i b2 = _mm_set1_epi8(static_cast<char>(bytes[n > 2 ? 2 : 0]));
-    const __m128i b3 = _mm_set1_epi8(static_cast<char>(bytes[n > 3 ? 3 : 0]));
-    auto hits = [&](const uint8_t* at) {
-        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
-        return static_cast<unsigned>(_mm_movemask_epi8(
-            _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, b0), _mm_cmpeq_epi8(v, b1)),
-                         _mm_or_si128(_mm_cmpeq_epi8(v, b2), _mm_cmpeq_epi8(v, b3)))));
-    };
+    const ByteHits hits(bytes, n);
     for (; p - lo >= 16; p -= 16)
         if (const unsigned mask = hits(p - 16)) return p - 16 + (32 - __builtin_clz(mask));
     if (p > lo && textEnd - lo >= 16) {

@@ -322,6 +322,15 @@ const uint8_t* findAnyBackward(const uint8_t* lo, const uint8_t* p, const uint8_
     return lo;
 }
 
+// The first byte in [p, e) that table marks (non-zero), or e; four bytes a test.
+const uint8_t* firstIn(const uint8_t* table, const uint8_t* p, const uint8_t* e) {
+    while (e - p >= 4 && !(table[p[0]] | table[p[1]] | table[p[2]] | table[p[3]]))
+        p += 4;
+    while (p < e && !table[*p])
+        ++p;
+    return p;
+}
+
 // The first byte in [p, e) that can begin a match, or e; the text begins at textBegin.
 const uint8_t* skipAhead(const Nfa& nfa, const uint8_t* p, const uint8_t* e,
                          const uint8_t* textBegin) {
@@ -332,12 +341,7 @@ const uint8_t* skipAhead(const Nfa& nfa, const uint8_t* p, const uint8_t* e,
     }
     if (nfa.skip == Nfa::Skip::fewBytes)
         return findAny(p, e, textBegin, nfa.skipBytes, nfa.skipCount);
-    const uint8_t* can = nfa.canStart;
-    while (e - p >= 4 && !(can[p[0]] | can[p[1]] | can[p[2]] | can[p[3]]))
-        p += 4;
-    while (p < e && !can[*p])
-        ++p;
-    return p;
+    return firstIn(nfa.canStart, p, e);
 }
 
 // One forward search: finds the end of the leftmost-longest match at or after start.
@@ -594,10 +598,7 @@ size_t Matcher::search(const char* text, size_t length, size_t start, size_t* ex
         if (c.runBytes >= 1 && c.runBytes <= 4) {
             p = findAny(p, e, bytes, c.runByte, c.runBytes);
         } else {
-            while (e - p >= 4 && !(c.inRun[p[0]] | c.inRun[p[1]] | c.inRun[p[2]] | c.inRun[p[3]]))
-                p += 4;
-            while (p < e && !c.inRun[*p])
-                ++p;
+            p = firstIn(c.inRun, p, e);
         }
         if (p == e) return kNone;
         const uint8_t* q = p + 1;

@@ -120,29 +120,37 @@ void appendSummary(const std::string& kase, const std::string& peer, const std::
 void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
     ConsoleReporter::ReportRuns(runs);
     for (const Run& run : runs) {
-        std::string name = run.benchmark_name();
+        if (run.run_type == Run::RT_Aggregate && run.aggregate_name != "median") continue;
+        // The function name: without the "/real_time" that wall-clock timing appends.
+        const std::string& name = run.run_name.function_name;
         size_t slash = name.rfind('/');
         if (slash == std::string::npos) continue;
         std::string kase = name.substr(0, slash);
         auto it = run.counters.find("bytes_per_second");
-        if (it == run.counters.end()) it = run.counters.find("items_per_second");
+        const bool bytes = it != run.counters.end();
+        if (!bytes) it = run.counters.find("items_per_second");
         if (it == run.counters.end()) continue;
         if (!rates_.count(kase)) cases_.push_back(kase);
         rates_[kase][name.substr(slash + 1)] = it->second;
+        bytes_[kase] = bytes;
     }
 }
 
 void RatioReporter::printRatios() const {
-    std::printf("\n%-28s %-12s %10s %9s\n", "case", "engine", unit_.c_str(), "vs ref");
+    std::printf("\n%-28s %-14s %10s %-8s %9s\n", "case", "engine", "rate", "unit", "vs ref");
     for (const std::string& kase : cases_) {
         const auto& engines = rates_.at(kase);
+        const bool bytes = bytes_.at(kase);
+        const double scale = bytes ? 1e6 : itemsScale_;
+        const std::string& unit = bytes ? unit_ : itemsUnit_;
         auto ref = engines.find(reference_);
         for (const auto& [engine, rate] : engines) {
             double ratio = ref == engines.end() ? 0 : ref->second / rate;
-            std::printf("%-28s %-12s %10.1f %8.2fx%s\n", kase.c_str(), engine.c_str(), rate / 1e6,
-                        ratio, engine == reference_ ? "  (reference)" : "");
+            std::printf("%-28s %-14s %10.1f %-8s %8.2fx%s\n", kase.c_str(), engine.c_str(),
+                        rate / scale, unit.c_str(), ratio,
+                        engine == reference_ ? "  (reference)" : "");
             if (summarize_ && engine != reference_ && ref != engines.end())
-                appendSummary(kase, engine, unit_, ref->second / 1e6, rate / 1e6);
+                appendSummary(kase, engine, unit, ref->second / scale, rate / scale);
         }
     }
     std::printf("\n\"vs ref\" = %s throughput / engine throughput: above 1 means %s is faster.\n",

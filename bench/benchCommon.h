@@ -26,11 +26,19 @@ void appendSummary(const std::string& kase, const std::string& peer, const std::
 
 // Collects the results of benchmarks named "<case>/<engine>" and prints, per case, every
 // engine's throughput (bytes per second, or items per second when no bytes were counted) and its
-// ratio to the reference engine.
+// ratio to the reference engine. With repetitions the median stands for a case.
 class RatioReporter : public benchmark::ConsoleReporter {
   public:
+    // Every case in unit, rates divided by a million.
     RatioReporter(std::string reference, std::string unit)
-        : reference_(std::move(reference)), unit_(std::move(unit)) {}
+        : reference_(std::move(reference)), unit_(std::move(unit)), itemsUnit_(unit_) {}
+    // Cases that count bytes in MB/s, the others in itemsUnit, their rates divided by
+    // itemsScale ("run/s" and 1 for starts of a process).
+    RatioReporter(std::string reference, std::string itemsUnit, double itemsScale)
+        : reference_(std::move(reference)),
+          unit_("MB/s"),
+          itemsUnit_(std::move(itemsUnit)),
+          itemsScale_(itemsScale) {}
     void ReportRuns(const std::vector<Run>& runs) override;
     // Prints the table and, unless summarize(false) was called, appends the ratios of every
     // engine but the reference to the summary file.
@@ -39,10 +47,13 @@ class RatioReporter : public benchmark::ConsoleReporter {
 
   private:
     std::string reference_;
-    std::string unit_;
+    std::string unit_;       // of cases that count bytes (all cases with one unit)
+    std::string itemsUnit_;  // of cases that count items
+    double itemsScale_ = 1e6;
     bool summarize_ = true;
     std::vector<std::string> cases_;
     std::map<std::string, std::map<std::string, double>> rates_;  // case -> engine -> rate
+    std::map<std::string, bool> bytes_;                           // case -> counts bytes
 };
 
 // Runs the registered benchmarks with the ratio reporter; returns main's exit code.

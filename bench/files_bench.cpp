@@ -263,49 +263,6 @@ std::string qtType(const QMimeDatabase& db, const QString& path) {
 
 // ---- the report: MB/s for the INI cases, thousands of files per second for detection --------
 
-class FilesReporter : public benchmark::ConsoleReporter {
-  public:
-    void ReportRuns(const std::vector<Run>& runs) override {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run& run : runs) {
-            std::string name = run.benchmark_name();
-            size_t slash = name.rfind('/');
-            if (slash == std::string::npos) continue;
-            std::string kase = name.substr(0, slash);
-            auto it = run.counters.find("bytes_per_second");
-            bool bytes = it != run.counters.end();
-            if (!bytes) it = run.counters.find("items_per_second");
-            if (it == run.counters.end()) continue;
-            if (!rates_.count(kase)) cases_.push_back(kase);
-            rates_[kase][name.substr(slash + 1)] = it->second;
-            bytes_[kase] = bytes;
-        }
-    }
-    void printRatios() const {
-        std::printf("\n%-16s %-8s %16s %9s\n", "case", "engine", "rate", "vs ref");
-        for (const std::string& kase : cases_) {
-            const auto& rates = rates_.at(kase);
-            auto ref = rates.find("vfc");
-            const bool bytes = bytes_.at(kase);
-            const double scale = bytes ? 1e6 : 1e3;
-            const char* unit = bytes ? "MB/s" : "kfile/s";
-            for (const auto& [engine, rate] : rates) {
-                double ratio = ref == rates.end() ? 0 : ref->second / rate;
-                std::printf("%-16s %-8s %8.1f %-7s %8.2fx%s\n", kase.c_str(), engine.c_str(),
-                            rate / scale, unit, ratio, engine == "vfc" ? "  (reference)" : "");
-                if (engine != "vfc" && ref != rates.end())
-                    vfcbench::appendSummary(kase, engine, unit, ref->second / scale, rate / scale);
-            }
-        }
-        std::printf("\n\"vs ref\" = vfc rate / engine rate: above 1 means vfc is faster.\n");
-    }
-
-  private:
-    std::vector<std::string> cases_;
-    std::map<std::string, std::map<std::string, double>> rates_;
-    std::map<std::string, bool> bytes_;
-};
-
 // d outlives the benchmarks: main keeps it until they have run.
 void registerAll(const Data* d) {
     using benchmark::State;
@@ -386,7 +343,8 @@ int main(int argc, char** argv) {
     registerAll(d.get());
     vfcbench::setProgram(argv[0]);
     benchmark::Initialize(&argc, argv);
-    FilesReporter reporter;
+    // MB/s for the INI cases, thousands of files a second for typing.
+    vfcbench::RatioReporter reporter("vfc", "kfile/s", 1e3);
     benchmark::RunSpecifiedBenchmarks(&reporter);
     reporter.printRatios();
     benchmark::Shutdown();

@@ -224,19 +224,6 @@ void registerAll(const std::shared_ptr<Data>& d) {
     });
 }
 
-// The ratio reporter splits names at their last "/", so the "/real_time" that wall-clock
-// timing appends (needed for cat, which spends its time in a child) is dropped first.
-class WallClockRatioReporter : public vfcbench::RatioReporter {
-  public:
-    using RatioReporter::RatioReporter;
-    void ReportRuns(const std::vector<Run>& runs) override {
-        std::vector<Run> renamed(runs);
-        for (Run& run : renamed)
-            run.run_name.time_type.clear();
-        RatioReporter::ReportRuns(renamed);
-    }
-};
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -249,7 +236,7 @@ int main(int argc, char** argv) {
     registerAll(d);
     vfcbench::setProgram(argv[0]);
     benchmark::Initialize(&argc, argv);
-    WallClockRatioReporter reporter("vfc", "MB/s");
+    vfcbench::RatioReporter reporter("vfc", "MB/s");
     benchmark::RunSpecifiedBenchmarks(&reporter);
     reporter.printRatios();
     benchmark::Shutdown();

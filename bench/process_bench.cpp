@@ -214,54 +214,6 @@ bool sameResults() {
     return ok;
 }
 
-// Per case, every engine's rate and its ratio to vfc's: MB/s for a child with output, starts
-// per second for one without.
-class ProcessRatioReporter : public benchmark::ConsoleReporter {
-  public:
-    void ReportRuns(const std::vector<Run>& runs) override {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run& run : runs) {
-            // With repetitions, the median stands for the case (it is reported last).
-            if (run.run_type == Run::RT_Aggregate && run.aggregate_name != "median") continue;
-            std::string name = run.run_name.function_name;
-            size_t slash = name.rfind('/');
-            if (slash == std::string::npos) continue;
-            std::string kase = name.substr(0, slash);
-            auto it = run.counters.find("bytes_per_second");
-            bool bytes = it != run.counters.end();
-            if (!bytes) it = run.counters.find("items_per_second");
-            if (it == run.counters.end()) continue;
-            if (!mRates.count(kase)) mCases.push_back(kase);
-            mRates[kase][name.substr(slash + 1)] = it->second;
-            mBytes[kase] = bytes;
-        }
-    }
-    void printRatios() const {
-        std::printf("\n%-8s %-12s %14s %9s\n", "case", "engine", "rate", "vs ref");
-        for (const std::string& kase : mCases) {
-            const auto& rates = mRates.at(kase);
-            auto ref = rates.find("vfc");
-            bool bytes = mBytes.at(kase);
-            for (const auto& [engine, rate] : rates) {
-                double ratio = ref == rates.end() ? 0 : ref->second / rate;
-                std::printf("%-8s %-12s %9.1f %-5s %8.2fx%s\n", kase.c_str(), engine.c_str(),
-                            bytes ? rate / 1e6 : rate, bytes ? "MB/s" : "run/s", ratio,
-                            engine == "vfc" ? "  (reference)" : "");
-                if (engine != "vfc" && ref != rates.end())
-                    vfcbench::appendSummary(kase, engine, bytes ? "MB/s" : "run/s",
-                                            bytes ? ref->second / 1e6 : ref->second,
-                                            bytes ? rate / 1e6 : rate);
-            }
-        }
-        std::printf("\n\"vs ref\" = vfc rate / engine rate: above 1 means vfc is faster.\n");
-    }
-
-  private:
-    std::vector<std::string> mCases;
-    std::map<std::string, std::map<std::string, double>> mRates;
-    std::map<std::string, bool> mBytes;
-};
-
 void registerAll() {
     for (const Child& c : children()) {
         for (const auto& [name, engine] : engines()) {
@@ -298,7 +250,8 @@ int main(int argc, char** argv) {
     registerAll();
     vfcbench::setProgram(argv[0]);
     benchmark::Initialize(&argc, argv);
-    ProcessRatioReporter reporter;
+    // MB/s for a child with output, starts per second for one without.
+    vfcbench::RatioReporter reporter("vfc", "run/s", 1);
     benchmark::RunSpecifiedBenchmarks(&reporter);
     reporter.printRatios();
     benchmark::Shutdown();

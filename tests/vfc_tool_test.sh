@@ -430,6 +430,9 @@ for sub in $subcommands; do
        ! grep -q -e "^usage: vfc $sub " -e "^	vfc $sub \[-options ...\]" <<<"$out" ||
        ! grep -qF '"--" ends the options' <<<"$out"; then
         echo "FAIL vfc $sub -help (exit $rc)"
+        # What it wrote, to tell a failed start of the program from a wrong usage screen.
+        sed 's/^/  stderr: /' /tmp/vfc-help-err.$$
+        head -n 3 <<<"$out" | sed 's/^/  stdout: /'
         failures=$((failures + 1))
     fi
 done

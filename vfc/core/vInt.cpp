@@ -99,9 +99,8 @@ unsigned vInt::hash() const {
 }
 
 bool vInt::isEqual(const RWCollectable* other) const {
-    if (!other || other->isA() != isA()) return false;
-    const vInt* o = dynamic_cast<const vInt*>(other);
-    return o && o->value() == value();
+    // The class identifier names the class, so the object is a vInt.
+    return other && other->isA() == isA() && static_cast<const vInt*>(other)->value() == value();
 }
 
 void vInt::restoreGuts(RWvistream& s) {

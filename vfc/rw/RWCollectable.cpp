@@ -126,7 +126,10 @@ RWCollectable* restoreNew(Stream& s, RWClassID id, RWCollectable* into, Restore 
     const uint64_t madeBefore = table.made++;
     const uint64_t bytesBefore = bytesReadFrom(s) + table.copiedBytes;
     size_t ordinal = table.objects.size();
-    table.objects.push_back({object, false, 0, 0});
+    // Grown and then filled in, rather than pushed as a whole: the compiler would build the
+    // entry on the stack in parts and copy it in one load, which stalls on the parts.
+    table.objects.emplace_back();
+    table.objects.back().object = object;
     bool restored = restore(object);
     // References read inside the object were its own; the object itself is new.
     table.lastReference = RestoreTable::kNoReference;

@@ -2,13 +2,24 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstring>
 #include <istream>
 #include <limits>
 #include <memory>
 
 #include "vfc/rw/RWCString.h"
+#include "vfc/rw/internal/PortableText.h"
 
 namespace {
+
+// The stream buffer's get area, reached through member pointers of a class derived from it.
+// The reader works on it directly while it holds the bytes it needs, and falls back to the
+// buffer's own calls at its end (which refill it) or when there is none.
+struct GetArea : std::streambuf {
+    static const char* next(std::streambuf* b) { return (b->*&GetArea::gptr)(); }
+    static const char* end(std::streambuf* b) { return (b->*&GetArea::egptr)(); }
+    static void bump(std::streambuf* b, size_t n) { (b->*&GetArea::gbump)(static_cast<int>(n)); }
+};
 
 bool isSpace(int c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f' || c == '\v';
@@ -33,6 +44,21 @@ RWpistream::~RWpistream() = default;
 
 int RWpistream::nextToken() {
     if (!good()) return -1;
+    // Within the get area: skip the white space and take the token's first byte in one step.
+    const char* p = GetArea::next(sb_);
+    const char* q = p;
+    for (const char* end = GetArea::end(sb_); q < end; ++q) {
+        if (!isSpace(static_cast<unsigned char>(*q))) {
+            size_t n = static_cast<size_t>(q - p) + 1;
+            GetArea::bump(sb_, n);
+            addBytesRead(n);
+            return static_cast<unsigned char>(*q);
+        }
+    }
+    if (q != p) {
+        GetArea::bump(sb_, static_cast<size_t>(q - p));
+        addBytesRead(static_cast<size_t>(q - p));
+    }
     int c = bump();
     while (c != std::char_traits<char>::eof() && isSpace(c)) c = bump();
     if (c == std::char_traits<char>::eof()) {
@@ -55,11 +81,31 @@ bool RWpistream::readInteger(long long lo, unsigned long long hi, bool& negative
     unsigned long long value = 0;
     bool overflow = false;
     int digits = 0;
-    for (;;) {
-        unsigned d = static_cast<unsigned>(c - '0');
-        if (value > (std::numeric_limits<unsigned long long>::max() - d) / 10) overflow = true;
-        value = value * 10 + d;
+    // Nineteen digits always fit in 64 bits; from the twentieth on, every step is checked.
+    auto take = [&](unsigned d) {
+        if (digits < 19) {
+            value = value * 10 + d;
+        } else if (__builtin_mul_overflow(value, 10ULL, &value) ||
+                   __builtin_add_overflow(value, static_cast<unsigned long long>(d), &value)) {
+            overflow = true;
+        }
         if (++digits > kMaxNumberChars) overflow = true;
+    };
+    for (;;) {
+        take(static_cast<unsigned>(c - '0'));
+        // The digits that follow in the get area, without a call per byte; at its end the
+        // buffer's own calls refill it.
+        const char* p = GetArea::next(sb_);
+        const char* q = p;
+        for (const char* end = GetArea::end(sb_); q < end && !overflow; ++q) {
+            unsigned d = static_cast<unsigned char>(*q) - static_cast<unsigned>('0');
+            if (d > 9) break;
+            take(d);
+        }
+        if (q != p) {
+            GetArea::bump(sb_, static_cast<size_t>(q - p));
+            addBytesRead(static_cast<size_t>(q - p));
+        }
         c = sb_->sgetc();
         if (c < '0' || c > '9' || overflow) break;
         bump();
@@ -231,6 +277,37 @@ bool RWpistream::decodeString(char* out, size_t n) {
     // bytes as text bytes are still missing never reads past the closing quote. The bytes are
     // read into out and decoded in place (the text is never longer than its encoding); the rest
     // of an escape cut off at the end of a read comes byte by byte.
+    // While the get area holds the longest encoding of n bytes (four stream bytes each), the
+    // text is decoded straight out of it, run of plain bytes by run.
+    const char* p = GetArea::next(sb_);
+    if (p && static_cast<size_t>(GetArea::end(sb_) - p) / 4 >= n) {
+        size_t r = 0, w = 0;
+        for (;;) {
+            size_t k = vfc::rw::plainTextPrefix(p + r, n - w);
+            std::memcpy(out + w, p + r, k);
+            r += k;
+            w += k;
+            if (w == n) break;
+            // An escape: r + 4 <= 4 * (w + 1) <= 4 * n, so its bytes are in the area.
+            int e = p[r] == '\\' ? static_cast<unsigned char>(p[r + 1]) : -1;
+            if (e == '"' || e == '\\') {
+                out[w++] = static_cast<char>(e);
+                r += 2;
+            } else if (e >= '0' && e <= '3' && isOctal(p[r + 2]) && isOctal(p[r + 3])) {
+                out[w++] = static_cast<char>(((e - '0') << 6) | ((p[r + 2] - '0') << 3) |
+                                             (p[r + 3] - '0'));
+                r += 4;
+            } else {
+                // A raw control or high byte, a quote before the length is reached, or a
+                // malformed escape.
+                setstate(failbit | badbit);
+                return false;
+            }
+        }
+        GetArea::bump(sb_, r);
+        addBytesRead(r);
+        return true;
+    }
     size_t w = 0;
     while (w < n) {
         auto got = sb_->sgetn(out + w, static_cast<std::streamsize>(n - w));
@@ -246,7 +323,7 @@ bool RWpistream::decodeString(char* out, size_t n) {
         };
         while (r < end) {
             auto c = static_cast<unsigned char>(out[r++]);
-            if (c >= 0x20 && c <= 0x7E && c != '"' && c != '\\') {
+            if (vfc::rw::isPlainTextByte(c)) {
                 out[w++] = static_cast<char>(c);
                 continue;
             }
@@ -287,6 +364,21 @@ RWvistream& RWpistream::getString(RWCString& s) {
     // The length is not trusted for allocation: a long text is decoded block by block, so the
     // string grows only as bytes actually arrive.
     constexpr size_t kBlock = 65536;
+    // A short text goes through the stack, so that a target with room keeps its buffer.
+    constexpr size_t kShort = 256;
+    if (length <= kShort) {
+        char text[kShort];
+        if (!decodeString(text, length)) return *this;
+        if (bump() != '"') {
+            setstate(failbit | badbit);
+            return *this;
+        }
+        s.resizeAndOverwrite(length, [&](char* p, size_t n) {
+            std::memcpy(p, text, n);
+            return n;
+        });
+        return *this;
+    }
     RWCString text;
     bool ok = true;
     if (length <= kBlock) {

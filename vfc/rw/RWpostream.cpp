@@ -5,6 +5,8 @@
 #include <cstring>
 #include <ostream>
 
+#include "vfc/rw/internal/PortableText.h"
+
 namespace {
 
 // Appends the escape of byte c ("\ooo") at p; returns the new end.
@@ -13,6 +15,15 @@ char* octalEscape(char* p, unsigned char c) {
     *p++ = static_cast<char>('0' + (c >> 6));
     *p++ = static_cast<char>('0' + ((c >> 3) & 7));
     *p++ = static_cast<char>('0' + (c & 7));
+    return p;
+}
+
+// Appends the escape of a byte that is not plain text inside a string item: a backslash before
+// the quote and the backslash, the octal form for the rest.
+char* escapeByte(char* p, unsigned char c) {
+    if (c != '"' && c != '\\') return octalEscape(p, c);
+    *p++ = '\\';
+    *p++ = static_cast<char>(c);
     return p;
 }
 
@@ -188,16 +199,14 @@ RWvostream& RWpostream::putString(const char* s, size_t n) {
         char* p = room(4 * n + 3);
         if (!p) return *this;
         *p++ = '"';
-        for (size_t i = 0; i < n; ++i) {
-            auto u = static_cast<unsigned char>(s[i]);
-            if (u == '"' || u == '\\') {
-                *p++ = '\\';
-                *p++ = static_cast<char>(u);
-            } else if (u >= 0x20 && u <= 0x7E) {
-                *p++ = static_cast<char>(u);
-            } else {
-                p = octalEscape(p, u);
-            }
+        for (size_t i = 0;;) {
+            // Runs of plain bytes are copied as they are.
+            size_t k = vfc::rw::plainTextPrefix(s + i, n - i);
+            std::memcpy(p, s + i, k);
+            p += k;
+            i += k;
+            if (i == n) break;
+            p = escapeByte(p, static_cast<unsigned char>(s[i++]));
         }
         *p++ = '"';
         *p++ = '\n';
@@ -213,14 +222,10 @@ RWvostream& RWpostream::putString(const char* s, size_t n) {
             p = buf;
         }
         auto u = static_cast<unsigned char>(s[i]);
-        if (u == '"' || u == '\\') {
-            *p++ = '\\';
+        if (vfc::rw::isPlainTextByte(u))
             *p++ = static_cast<char>(u);
-        } else if (u >= 0x20 && u <= 0x7E) {
-            *p++ = static_cast<char>(u);
-        } else {
-            p = octalEscape(p, u);
-        }
+        else
+            p = escapeByte(p, u);
     }
     *p++ = '"';
     *p++ = '\n';

@@ -2,9 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
 #include <limits>
+#include <random>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "vfc/rw/RWCString.h"
 #include "vfc/rw/RWpistream.h"
@@ -177,6 +180,164 @@ TEST(RWpostreamTest, ReaderToleratesWhiteSpaceAndRefusesBadTokens) {
         EXPECT_TRUE(in.bad()) << text;
         EXPECT_EQ(str, "keep") << text;
     }
+}
+
+// Hands its text out one byte at a time, so the reader never finds more than one byte in the
+// buffer and takes every item through the buffer's own calls.
+class Trickle : public std::streambuf {
+  public:
+    explicit Trickle(std::string text) : text_(std::move(text)) {}
+
+  protected:
+    int_type underflow() override {
+        if (pos_ == text_.size()) return traits_type::eof();
+        char* p = &text_[pos_++];
+        setg(p, p, p + 1);
+        return traits_type::to_int_type(*p);
+    }
+
+  private:
+    std::string text_;
+    size_t pos_ = 0;
+};
+
+// What one reader made of a text: the items read until the stream stopped being good, then its
+// state and the bytes it counted. Once the data proved malformed (bad), how far the reader got
+// into it does not matter.
+struct Reading {
+    std::vector<std::string> items;
+    bool eof = false, fail = false, bad = false;
+    unsigned long long bytes = 0;
+    bool operator==(const Reading& o) const {
+        return items == o.items && eof == o.eof && fail == o.fail && bad == o.bad &&
+               (bad || bytes == o.bytes);
+    }
+};
+
+// Reads strings and integers in turn (a string, then an unsigned 64-bit integer).
+Reading readAll(std::streambuf* buf) {
+    Reading r;
+    RWpistream in(buf);
+    for (int i = 0; in.good(); ++i) {
+        if (i % 2 == 0) {
+            RWCString s("before");
+            in.getString(s);
+            r.items.emplace_back(s.view());
+        } else {
+            unsigned long long n = 7;
+            in >> n;
+            r.items.push_back(std::to_string(n));
+        }
+    }
+    r.eof = in.eof();
+    r.fail = in.fail();
+    r.bad = in.bad();
+    r.bytes = in.bytesRead();
+    return r;
+}
+
+TEST(RWpostreamTest, StringsAreEscapedByteForByteAndReadAlikeFromAnyBuffer) {
+    // Strings of every length up to 70 from bytes that need each kind of treatment, and a long
+    // one, written by the stream and compared with the spelling worked out here byte by byte.
+    std::mt19937 rng(1207);
+    const std::string kinds = std::string("aZ09 ~!-") + "\"\\" + "\n\t\x01\x7f" + "\x80\xc3\xff";
+    std::vector<std::string> texts;
+    for (size_t n = 0; n <= 70; ++n) {
+        for (int plainOnly = 0; plainOnly < 2; ++plainOnly) {
+            std::string t;
+            for (size_t i = 0; i < n; ++i)
+                t += kinds[rng() % (plainOnly ? 8 : kinds.size())];
+            texts.push_back(t);
+        }
+    }
+    texts.push_back(std::string(5000, 'x') + "\"" + std::string(70000, '\xe9'));
+    const unsigned long long numbers[] = {0, 9, 1234567890123456789ULL, 9999999999999999999ULL,
+                                          std::numeric_limits<unsigned long long>::max()};
+    std::string expected;
+    std::stringbuf buf;
+    {
+        RWpostream out(&buf);
+        for (size_t i = 0; i < texts.size(); ++i) {
+            const std::string& t = texts[i];
+            out.putString(t.data(), t.size());
+            out << numbers[i % 5];
+            expected += std::to_string(t.size()) + "\n\"";
+            for (unsigned char c : t) {
+                if (c == '"' || c == '\\') {
+                    expected += '\\';
+                    expected += static_cast<char>(c);
+                } else if (c >= 0x20 && c <= 0x7E) {
+                    expected += static_cast<char>(c);
+                } else {
+                    const char octal[] = {'\\', static_cast<char>('0' + (c >> 6)),
+                                          static_cast<char>('0' + ((c >> 3) & 7)),
+                                          static_cast<char>('0' + (c & 7)), 0};
+                    expected += octal;
+                }
+            }
+            expected += "\"\n" + std::to_string(numbers[i % 5]) + "\n";
+        }
+        EXPECT_TRUE(out.good());
+    }
+    const std::string text = buf.str();
+    ASSERT_EQ(text, expected);
+
+    // Read from a buffer that holds everything and from one that gives a byte at a time, the
+    // items, the final state and the bytes counted are the same, and the texts come back.
+    std::stringbuf whole(text);
+    Trickle trickle(text);
+    Reading direct = readAll(&whole);
+    EXPECT_TRUE(direct == readAll(&trickle));
+    ASSERT_EQ(direct.items.size(), 2 * texts.size() + 1);
+    for (size_t i = 0; i < texts.size(); ++i)
+        ASSERT_EQ(direct.items[2 * i], texts[i]) << i;
+    // The last read, of a string's length, finds the end of the data.
+    EXPECT_TRUE(direct.eof && direct.fail);
+
+    // Damaged copies (a byte changed, or the text cut short) are refused or read the same way
+    // by both, however the damage falls.
+    const std::string sample = text.substr(0, text.find("\n", 2000));
+    const char damage[] = {'"', '\\', '\n', '9', '\x01', '\xff', '4', 'x'};
+    for (size_t at = 0; at < sample.size(); at += 3) {
+        for (char c : damage) {
+            std::string bad = sample;
+            bad[at] = c;
+            std::stringbuf b1(bad);
+            Trickle b2(bad);
+            ASSERT_TRUE(readAll(&b1) == readAll(&b2)) << at << " " << int(c);
+        }
+        std::stringbuf c1(sample.substr(0, at));
+        Trickle c2(sample.substr(0, at));
+        ASSERT_TRUE(readAll(&c1) == readAll(&c2)) << at;
+    }
+}
+
+TEST(RWpostreamTest, IntegersAtTheLimitsOfTheirDigits) {
+    // Nineteen digits always fit; twenty fit up to the largest value; more never do, leading
+    // zeros included past the longest token.
+    auto read = [](const std::string& text, unsigned long long& n) {
+        std::stringbuf whole(text + "\n");
+        Trickle trickle(text + "\n");
+        RWpistream a(&whole), b(&trickle);
+        unsigned long long x = 1, y = 1;
+        a >> x;
+        b >> y;
+        EXPECT_EQ(a.good(), b.good()) << text;
+        EXPECT_EQ(x, y) << text;
+        n = x;
+        return a.good();
+    };
+    unsigned long long n = 0;
+    EXPECT_TRUE(read("9999999999999999999", n));
+    EXPECT_EQ(n, 9999999999999999999ULL);
+    EXPECT_TRUE(read("18446744073709551615", n));
+    EXPECT_EQ(n, std::numeric_limits<unsigned long long>::max());
+    EXPECT_TRUE(read(std::string(40, '0') + "15", n));
+    EXPECT_EQ(n, 15u);
+    for (const char* big : {"18446744073709551616", "18446744073709551620", "99999999999999999999",
+                            "184467440737095516150"})
+        EXPECT_FALSE(read(big, n)) << big;
+    EXPECT_FALSE(read(std::string(64, '0') + "1", n));
 }
 
 TEST(RWpostreamTest, HugeLengthDoesNotAllocateAhead) {

@@ -46,9 +46,15 @@ class SaveTable {
         const RWCollectable* key = nullptr;
         uint32_t ordinal = 0;
     };
+    // Objects written one after another were mostly allocated one after another. Within a
+    // 64 KiB region the address picks the slot directly (heap objects are 16-byte aligned), so
+    // such a run walks the slot array in order instead of missing the cache at every object;
+    // the regions themselves are scattered by a multiplicative hash, so no stride of addresses
+    // piles objects onto one slot.
     static size_t hashOf(const RWCollectable* p) {
-        auto bits = reinterpret_cast<std::uintptr_t>(p);
-        return static_cast<size_t>((bits >> 4) * 0x9E3779B97F4A7C15ull >> 17);
+        auto bits = static_cast<uint64_t>(reinterpret_cast<std::uintptr_t>(p));
+        uint64_t region = (bits >> 16) * 0x9E3779B97F4A7C15ull >> 20;
+        return static_cast<size_t>(((bits >> 4) & 0xFFF) | (region << 12));
     }
     void grow() {
         std::vector<Slot> old(slots_.size() ? slots_.size() * 2 : 16);

@@ -42,8 +42,6 @@ vString::vString(const RWWString& s) : RWCString(s.toMultiByte()) {}
 
 vString::vString(const vSubString& s) : RWCString(s) {}
 
-vString::~vString() = default;
-
 vString& vString::operator=(const char* s) {
     RWCString::operator=(s);
     return *this;

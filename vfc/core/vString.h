@@ -39,7 +39,7 @@ class VFC_API vString : public RWCollectable, public RWCString {
     vString(const vString& s) = default;
     vString(vString&& s) noexcept = default;
     vString(const vSubString& s);
-    ~vString() override;
+    ~vString() override = default;
 
     vString& operator=(const char* s);
     vString& operator=(const vSubString& s);

@@ -10,8 +10,6 @@
 #include "vfc/rw/RWvostream.h"
 #include "vfc/rw/internal/StoreTable.h"
 
-RWCollectable::~RWCollectable() = default;
-
 RWCollectable* RWCollectable::newSpecies() const {
     return new RWCollectable;
 }

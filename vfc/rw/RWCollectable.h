@@ -37,7 +37,9 @@ class VFC_API RWCollectable {
     // A new copy of this object; the caller owns it.
     virtual RWCollectable* copy() const;
     virtual RWClassID isA() const;
-    virtual ~RWCollectable();
+    // Inline, so that destroying a value object (a string, an integer) on the stack costs no
+    // call into the library.
+    virtual ~RWCollectable() = default;
     // Bytes that saveGuts(RWFile&) writes; nothing for RWCollectable itself.
     virtual size_t binaryStoreSize() const;
     // Negative, zero or positive; by default the order of the objects' addresses.

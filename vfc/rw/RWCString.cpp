@@ -207,17 +207,35 @@ uint64_t loadWord(const unsigned char* p, bool fold) {
 
 unsigned RWCString::hash(caseCompare cmp) const {
     const auto* p = reinterpret_cast<const unsigned char*>(p_);
-    size_t n = length();
-    bool fold = cmp == ignoreCase;
+    const size_t n = length();
+    const unsigned char* const end = p + n;
+    const bool fold = cmp == ignoreCase;
     uint64_t h = 0x243F6A8885A308D3ull ^ n;
-    for (; n >= 8; n -= 8, p += 8)
-        h = mix(h, loadWord(p, fold));
-    uint64_t last = 0;
-    for (size_t i = 0; i < n; ++i) {
-        unsigned char c = fold ? foldAscii(p[i]) : p[i];
-        last |= static_cast<uint64_t>(c) << (8 * i);
+    // Sixteen bytes a step: the two words are multiplied apart and folded in together, which
+    // halves the chain of dependent multiplications.
+    for (; end - p >= 16; p += 16) {
+        uint64_t a = loadWord(p, fold) * 0x9E3779B97F4A7C15ull;
+        uint64_t b = loadWord(p + 8, fold) * 0xC2B2AE3D27D4EB4Full;
+        h = mix(h, a ^ (b >> 32 | b << 32));
     }
-    h = mix(h, last);
+    if (end - p >= 8) {
+        h = mix(h, loadWord(p, fold));
+        p += 8;
+    }
+    if (const size_t rest = static_cast<size_t>(end - p)) {
+        // The last bytes, as the low bytes of a word: one load ending at the end when the text
+        // has eight bytes, else byte by byte.
+        uint64_t last = 0;
+        if (n >= 8) {
+            last = loadWord(end - 8, fold) >> (8 * (8 - rest));
+        } else {
+            for (size_t i = 0; i < rest; ++i) {
+                unsigned char c = fold ? foldAscii(p[i]) : p[i];
+                last |= static_cast<uint64_t>(c) << (8 * i);
+            }
+        }
+        h = mix(h, last);
+    }
     h *= 0xD6E8FEB86659FD93ull;
     return static_cast<unsigned>(h >> 32);
 }

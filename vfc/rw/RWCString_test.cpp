@@ -4,6 +4,7 @@
 
 #include <random>
 #include <sstream>
+#include <set>
 #include <string>
 
 #include "vfc/rw/RWCRegexp.h"
@@ -146,6 +147,23 @@ TEST(RWCString, CaseIgnoringHashAgreesWithFoldedText) {
     EXPECT_EQ(RWCString("Path/To/File.TXT").hash(RWCString::ignoreCase),
               RWCString("path/to/file.txt").hash(RWCString::ignoreCase));
     EXPECT_NE(RWCString("ab").hash(), RWCString("ba").hash());
+
+    // Every byte counts, wherever it falls among the words hashed: texts of every length up to
+    // 70 that differ in one byte all hash apart.
+    std::set<unsigned> seen;
+    size_t made = 0;
+    for (size_t length = 0; length <= 70; ++length) {
+        std::string base(length, 'a');
+        seen.insert(RWCString(base.data(), length).hash());
+        ++made;
+        for (size_t i = 0; i < length; ++i) {
+            std::string changed = base;
+            changed[i] = 'b';
+            seen.insert(RWCString(changed.data(), length).hash());
+            ++made;
+        }
+    }
+    EXPECT_EQ(seen.size(), made);
 }
 
 TEST(RWCString, FindsTextWithOrWithoutCase) {

@@ -125,8 +125,59 @@ void checkLists(const char* size, const vSlistvString& vlist, const std::list<st
     if (!same) std::printf("WARNING: %s: the lists differ\n", size);
 }
 
+// Fills a fresh container with n items through add(container, i), checking that it ends up with
+// n of them; destroying it is not timed.
+template <class Container, class Add, class Size>
+void timeFill(benchmark::State& s, size_t n, Add add, Size size) {
+    for (auto _ : s) {
+        auto c = std::make_unique<Container>();
+        for (size_t i = 0; i < n; ++i)
+            add(*c, i);
+        if (size(*c) != n) {
+            s.SkipWithError("lost items");
+            break;
+        }
+        s.PauseTiming();
+        c.reset();
+        s.ResumeTiming();
+    }
+    count(s, n, 0);
+}
+
+// Looks up the n probes through look(i), which gives the length of the value found (0 for
+// none).
+template <class Look>
+void timeLookups(benchmark::State& s, size_t n, Look look) {
+    size_t sum = 0;
+    for (auto _ : s)
+        for (size_t i = 0; i < n; ++i)
+            sum += look(i);
+    count(s, n, sum);
+}
+
+// Walks a list through walk(sum), which adds every element's length and last byte to sum (kept
+// in a local while walking: a store through the reference could alias the bytes read) and
+// returns how many elements it saw.
+template <class Walk>
+void timeWalk(benchmark::State& s, size_t n, Walk walk) {
+    size_t sum = 0;
+    for (auto _ : s) {
+        if (walk(sum) != n) {
+            s.SkipWithError("missed elements");
+            break;
+        }
+    }
+    count(s, n, sum);
+}
+
+size_t lengthAndLast(size_t length, char last) {
+    return length + static_cast<unsigned char>(last);
+}
+
 void registerAll(const char* size, size_t n) {
     using benchmark::State;
+    using StdMap = std::unordered_map<std::string, std::string>;
+    using QtHash = QHash<QByteArray, QByteArray>;
     auto d = std::make_shared<const Data>(n);
     auto reg = [size](const char* op, const char* engine, std::function<void(State&)> fn) {
         std::string name = std::string(op) + "-" + size + "/" + engine;
@@ -134,134 +185,63 @@ void registerAll(const char* size, size_t n) {
     };
 
     reg("hash-insert", "vfc", [d, n](State& s) {
-        for (auto _ : s) {
-            auto h = std::make_unique<vHashvStringvString>();
-            for (size_t i = 0; i < n; ++i)
-                h->fInsert(d->vkeys[i], d->vvalues[i]);
-            if (h->fEntries() != n) {
-                s.SkipWithError("lost entries");
-                break;
-            }
-            s.PauseTiming();
-            h.reset();
-            s.ResumeTiming();
-        }
-        count(s, n, 0);
+        timeFill<vHashvStringvString>(
+            s, n, [&](auto& h, size_t i) { h.fInsert(d->vkeys[i], d->vvalues[i]); },
+            [](const auto& h) { return h.fEntries(); });
     });
     reg("hash-insert", "std", [d, n](State& s) {
-        for (auto _ : s) {
-            auto m = std::make_unique<std::unordered_map<std::string, std::string>>();
-            for (size_t i = 0; i < n; ++i)
-                m->emplace(d->keys[i], d->values[i]);
-            if (m->size() != n) {
-                s.SkipWithError("lost entries");
-                break;
-            }
-            s.PauseTiming();
-            m.reset();
-            s.ResumeTiming();
-        }
-        count(s, n, 0);
+        timeFill<StdMap>(
+            s, n, [&](auto& m, size_t i) { m.emplace(d->keys[i], d->values[i]); },
+            [](const auto& m) { return m.size(); });
     });
-
     reg("hash-insert", "qt", [d, n](State& s) {
-        for (auto _ : s) {
-            auto h = std::make_unique<QHash<QByteArray, QByteArray>>();
-            for (size_t i = 0; i < n; ++i)
-                h->insert(d->qkeys[i], d->qvalues[i]);
-            if (static_cast<size_t>(h->size()) != n) {
-                s.SkipWithError("lost entries");
-                break;
-            }
-            s.PauseTiming();
-            h.reset();
-            s.ResumeTiming();
-        }
-        count(s, n, 0);
+        timeFill<QtHash>(
+            s, n, [&](auto& h, size_t i) { h.insert(d->qkeys[i], d->qvalues[i]); },
+            [](const auto& h) { return static_cast<size_t>(h.size()); });
     });
 
     auto hash = std::make_shared<vHashvStringvString>();
-    auto map = std::make_shared<std::unordered_map<std::string, std::string>>();
+    auto map = std::make_shared<StdMap>();
     for (size_t i = 0; i < n; ++i) {
         hash->fInsert(d->vkeys[i], d->vvalues[i]);
         map->emplace(d->keys[i], d->values[i]);
     }
-    auto qhash = std::make_shared<QHash<QByteArray, QByteArray>>();
+    auto qhash = std::make_shared<QtHash>();
     for (size_t i = 0; i < n; ++i)
         qhash->insert(d->qkeys[i], d->qvalues[i]);
     checkLookups(size, *d, *hash, *map, *qhash);
     reg("hash-lookup", "vfc", [d, n, hash](State& s) {
-        size_t sum = 0;
-        for (auto _ : s)
-            for (size_t i = 0; i < n; ++i)
-                if (hash->fLookup(d->vprobes[i])) sum += hash->aValue().length();
-        count(s, n, sum);
+        timeLookups(s, n, [&](size_t i) -> size_t {
+            return hash->fLookup(d->vprobes[i]) ? hash->aValue().length() : 0;
+        });
     });
     reg("hash-lookup", "std", [d, n, map](State& s) {
-        size_t sum = 0;
-        for (auto _ : s)
-            for (size_t i = 0; i < n; ++i) {
-                auto it = map->find(d->probes[i]);
-                if (it != map->end()) sum += it->second.size();
-            }
-        count(s, n, sum);
+        timeLookups(s, n, [&](size_t i) -> size_t {
+            auto it = map->find(d->probes[i]);
+            return it != map->end() ? it->second.size() : 0;
+        });
     });
-
     reg("hash-lookup", "qt", [d, n, qhash](State& s) {
-        size_t sum = 0;
-        for (auto _ : s)
-            for (size_t i = 0; i < n; ++i) {
-                auto it = qhash->constFind(d->qprobes[i]);
-                if (it != qhash->cend()) sum += static_cast<size_t>(it->size());
-            }
-        count(s, n, sum);
+        timeLookups(s, n, [&](size_t i) -> size_t {
+            auto it = qhash->constFind(d->qprobes[i]);
+            return it != qhash->cend() ? static_cast<size_t>(it->size()) : 0;
+        });
     });
 
     reg("list-append", "vfc", [d, n](State& s) {
-        for (auto _ : s) {
-            auto l = std::make_unique<vSlistvString>();
-            for (size_t i = 0; i < n; ++i)
-                l->fInsert(d->vvalues[i]);
-            if (l->fEntries() != n) {
-                s.SkipWithError("lost elements");
-                break;
-            }
-            s.PauseTiming();
-            l.reset();
-            s.ResumeTiming();
-        }
-        count(s, n, 0);
+        timeFill<vSlistvString>(
+            s, n, [&](auto& l, size_t i) { l.fInsert(d->vvalues[i]); },
+            [](const auto& l) { return l.fEntries(); });
     });
     reg("list-append", "std", [d, n](State& s) {
-        for (auto _ : s) {
-            auto l = std::make_unique<std::list<std::string>>();
-            for (size_t i = 0; i < n; ++i)
-                l->push_back(d->values[i]);
-            if (l->size() != n) {
-                s.SkipWithError("lost elements");
-                break;
-            }
-            s.PauseTiming();
-            l.reset();
-            s.ResumeTiming();
-        }
-        count(s, n, 0);
+        timeFill<std::list<std::string>>(
+            s, n, [&](auto& l, size_t i) { l.push_back(d->values[i]); },
+            [](const auto& l) { return l.size(); });
     });
-
     reg("list-append", "qt", [d, n](State& s) {
-        for (auto _ : s) {
-            auto l = std::make_unique<QList<QByteArray>>();
-            for (size_t i = 0; i < n; ++i)
-                l->append(d->qvalues[i]);
-            if (static_cast<size_t>(l->size()) != n) {
-                s.SkipWithError("lost elements");
-                break;
-            }
-            s.PauseTiming();
-            l.reset();
-            s.ResumeTiming();
-        }
-        count(s, n, 0);
+        timeFill<QList<QByteArray>>(
+            s, n, [&](auto& l, size_t i) { l.append(d->qvalues[i]); },
+            [](const auto& l) { return static_cast<size_t>(l.size()); });
     });
 
     // Each list is built in a loop of its own, as a program builds one list at a time: built in
@@ -279,51 +259,38 @@ void registerAll(const char* size, size_t n) {
     checkLists(size, *vlist, *slist, *qlist);
     // Every element's length and last byte, so the walk has to reach the bytes.
     reg("list-iterate", "vfc", [n, vlist](State& s) {
-        size_t sum = 0;
-        for (auto _ : s) {
+        timeWalk(s, n, [&](size_t& sum) {
             vSlistvStringIter it(*vlist);
-            size_t seen = 0;
-            while (it.fAdvance()) {
+            size_t seen = 0, total = 0;
+            for (; it.fAdvance(); ++seen) {
                 const vString& x = it.aKey();
-                sum += x.length() + static_cast<unsigned char>(x.data()[x.length() - 1]);
-                ++seen;
+                total += lengthAndLast(x.length(), x.data()[x.length() - 1]);
             }
-            if (seen != n) {
-                s.SkipWithError("missed elements");
-                break;
-            }
-        }
-        count(s, n, sum);
+            sum += total;
+            return seen;
+        });
     });
     reg("list-iterate", "std", [n, slist](State& s) {
-        size_t sum = 0;
-        for (auto _ : s) {
-            size_t seen = 0;
+        timeWalk(s, n, [&](size_t& sum) {
+            size_t seen = 0, total = 0;
             for (const std::string& x : *slist) {
-                sum += x.size() + static_cast<unsigned char>(x.back());
+                total += lengthAndLast(x.size(), x.back());
                 ++seen;
             }
-            if (seen != n) {
-                s.SkipWithError("missed elements");
-                break;
-            }
-        }
-        count(s, n, sum);
+            sum += total;
+            return seen;
+        });
     });
     reg("list-iterate", "qt", [n, qlist](State& s) {
-        size_t sum = 0;
-        for (auto _ : s) {
-            size_t seen = 0;
+        timeWalk(s, n, [&](size_t& sum) {
+            size_t seen = 0, total = 0;
             for (const QByteArray& x : std::as_const(*qlist)) {
-                sum += static_cast<size_t>(x.size()) + static_cast<unsigned char>(x.back());
+                total += lengthAndLast(static_cast<size_t>(x.size()), x.back());
                 ++seen;
             }
-            if (seen != n) {
-                s.SkipWithError("missed elements");
-                break;
-            }
-        }
-        count(s, n, sum);
+            sum += total;
+            return seen;
+        });
     });
 }
 

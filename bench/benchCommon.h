@@ -59,6 +59,18 @@ class RatioReporter : public benchmark::ConsoleReporter {
 // Runs the registered benchmarks with the ratio reporter; returns main's exit code.
 int runWithRatios(int argc, char** argv, const std::string& reference, const std::string& unit);
 
+// Times op(i) for i below count, once per iteration, adding up its answers so none is left out;
+// counts count items per iteration.
+template <class Op>
+void timeEach(benchmark::State& state, size_t count, Op op) {
+    size_t sum = 0;
+    for (auto _ : state)
+        for (size_t i = 0; i < count; ++i)
+            sum += op(i);
+    benchmark::DoNotOptimize(sum);
+    state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * count));
+}
+
 }  // namespace vfcbench
 
 #endif  // VFC_BENCH_BENCHCOMMON_H

@@ -144,17 +144,6 @@ void timeFill(benchmark::State& s, size_t n, Add add, Size size) {
     count(s, n, 0);
 }
 
-// Looks up the n probes through look(i), which gives the length of the value found (0 for
-// none).
-template <class Look>
-void timeLookups(benchmark::State& s, size_t n, Look look) {
-    size_t sum = 0;
-    for (auto _ : s)
-        for (size_t i = 0; i < n; ++i)
-            sum += look(i);
-    count(s, n, sum);
-}
-
 // Walks a list through walk(sum), which adds every element's length and last byte to sum (kept
 // in a local while walking: a store through the reference could alias the bytes read) and
 // returns how many elements it saw.
@@ -210,19 +199,20 @@ void registerAll(const char* size, size_t n) {
     for (size_t i = 0; i < n; ++i)
         qhash->insert(d->qkeys[i], d->qvalues[i]);
     checkLookups(size, *d, *hash, *map, *qhash);
+    // Each lookup answers the length of the value it found, 0 for none.
     reg("hash-lookup", "vfc", [d, n, hash](State& s) {
-        timeLookups(s, n, [&](size_t i) -> size_t {
+        vfcbench::timeEach(s, n, [&](size_t i) -> size_t {
             return hash->fLookup(d->vprobes[i]) ? hash->aValue().length() : 0;
         });
     });
     reg("hash-lookup", "std", [d, n, map](State& s) {
-        timeLookups(s, n, [&](size_t i) -> size_t {
+        vfcbench::timeEach(s, n, [&](size_t i) -> size_t {
             auto it = map->find(d->probes[i]);
             return it != map->end() ? it->second.size() : 0;
         });
     });
     reg("hash-lookup", "qt", [d, n, qhash](State& s) {
-        timeLookups(s, n, [&](size_t i) -> size_t {
+        vfcbench::timeEach(s, n, [&](size_t i) -> size_t {
             auto it = qhash->constFind(d->qprobes[i]);
             return it != qhash->cend() ? static_cast<size_t>(it->size()) : 0;
         });

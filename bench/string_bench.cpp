@@ -53,15 +53,6 @@ std::vector<vString> asVStrings(const std::vector<std::string>& in) {
     return out;
 }
 
-template <class Op>
-void each(benchmark::State& state, size_t count, Op op) {
-    size_t sum = 0;
-    for (auto _ : state)
-        for (size_t i = 0; i < count; ++i)
-            sum += op(i);
-    benchmark::DoNotOptimize(sum);
-    state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * count));
-}
 
 void trimStd(std::string& s) {
     size_t a = s.find_first_not_of(" \t");
@@ -186,7 +177,7 @@ void registerAll(const char* size, size_t length) {
                 return;
             }
         benchmark::RegisterBenchmark(name.c_str(),
-                                     [fn, n](benchmark::State& st) { each(st, n, fn); });
+                                     [fn, n](benchmark::State& st) { vfcbench::timeEach(st, n, fn); });
     };
 
     Answer vfcCopy = [vstrs](size_t i) { return fromV(vString((*vstrs)[i])); };

@@ -45,6 +45,7 @@
 #include <numeric>
 #include <random>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -240,6 +241,19 @@ struct Engine {
     std::function<size_t(const Items&)> loop;
 };
 
+// An engine's timed loop: the objects it reuses from item to item (Scratch, made once per loop)
+// and step(scratch, i), which works on item i and gives a number from its result.
+template <class Scratch, class Step>
+std::function<size_t(const Items&)> loopOver(Step step) {
+    return [step](const Items& items) {
+        Scratch scratch{};
+        size_t sum = 0;
+        for (size_t i : items)
+            sum += step(scratch, i);
+        return sum;
+    };
+}
+
 void registerLoop(const std::string& kase, const Engine& e, std::shared_ptr<const Items> items) {
     std::string name = kase + "/" + e.name;
     auto loop = e.loop;
@@ -365,27 +379,19 @@ void registerAll() {
                        vfcGenerate(vPathType::eUNIX, d->vpaths[i], list, out);
                        return asString(out);
                    },
-                   [d](const Items& items) {
-                       vPathComponentList list;
-                       vString out;
-                       size_t sum = 0;
-                       for (size_t i : items)
-                           sum += vfcGenerate(vPathType::eUNIX, d->vpaths[i], list, out);
-                       return sum;
-                   }},
+                   loopOver<std::tuple<vPathComponentList, vString>>([d](auto& s, size_t i) {
+                       auto& [list, out] = s;
+                       return vfcGenerate(vPathType::eUNIX, d->vpaths[i], list, out);
+                   })},
                   {"std",
                    [d](size_t i) {
                        fs::path p, rebuilt;
                        stdRebuild(d->paths[i], p, rebuilt);
                        return rebuilt.native();
                    },
-                   [d](const Items& items) {
-                       fs::path p, rebuilt;
-                       size_t sum = 0;
-                       for (size_t i : items)
-                           sum += stdRebuild(d->paths[i], p, rebuilt);
-                       return sum;
-                   }},
+                   loopOver<std::pair<fs::path, fs::path>>([d](auto& s, size_t i) {
+                       return stdRebuild(d->paths[i], s.first, s.second);
+                   })},
                   {"poco",
                    [d](size_t i) {
                        return orError([&] {
@@ -393,15 +399,10 @@ void registerAll() {
                                .toString(Poco::Path::PATH_UNIX);
                        });
                    },
-                   [d](const Items& items) {
-                       Poco::Path p;
-                       size_t sum = 0;
-                       for (size_t i : items) {
-                           p.parse(d->paths[i], Poco::Path::PATH_UNIX);
-                           sum += p.depth() + p.toString(Poco::Path::PATH_UNIX).size();
-                       }
-                       return sum;
-                   }}});
+                   loopOver<Poco::Path>([d](Poco::Path& p, size_t i) {
+                       p.parse(d->paths[i], Poco::Path::PATH_UNIX);
+                       return p.depth() + p.toString(Poco::Path::PATH_UNIX).size();
+                   })}});
 
     auto urlIn = [d](size_t i) { return d->urls[i]; };
     registerCase(
@@ -413,53 +414,30 @@ void registerAll() {
               vfcGenerate(vPathType::eURLUNIX, d->vurls[i], list, out);
               return asString(out);
           },
-          [d](const Items& items) {
-              vPathComponentList list;
-              vString out;
-              size_t sum = 0;
-              for (size_t i : items)
-                  sum += vfcGenerate(vPathType::eURLUNIX, d->vurls[i], list, out);
-              return sum;
-          }},
+          loopOver<std::tuple<vPathComponentList, vString>>([d](auto& s, size_t i) {
+              auto& [list, out] = s;
+              return vfcGenerate(vPathType::eURLUNIX, d->vurls[i], list, out);
+          })},
          {"std-url-as-path", nullptr,
-          [d](const Items& items) {
-              fs::path p, rebuilt;
-              size_t sum = 0;
-              for (size_t i : items)
-                  sum += stdRebuild(d->urls[i], p, rebuilt);
-              return sum;
-          }},
+          loopOver<std::pair<fs::path, fs::path>>([d](auto& s, size_t i) {
+              return stdRebuild(d->urls[i], s.first, s.second);
+          })},
          {"poco",
           [d](size_t i) { return orError([&] { return Poco::URI(d->urls[i]).toString(); }); },
-          [d](const Items& items) {
-              Poco::URI u;
-              size_t sum = 0;
-              for (size_t i : items) {
-                  u = d->urls[i];
-                  sum += u.getPath().size() + u.toString().size();
-              }
-              return sum;
-          }},
+          loopOver<Poco::URI>([d](Poco::URI& u, size_t i) {
+              u = d->urls[i];
+              return u.getPath().size() + u.toString().size();
+          })},
          {"qt", [d](size_t i) { return QUrl(d->qurls[i]).toString().toStdString(); },
-          [d](const Items& items) {
-              QUrl u;
-              size_t sum = 0;
-              for (size_t i : items) {
-                  u.setUrl(d->qurls[i]);
-                  sum += static_cast<size_t>(u.toString().size());
-              }
-              return sum;
-          }},
+          loopOver<QUrl>([d](QUrl& u, size_t i) {
+              u.setUrl(d->qurls[i]);
+              return static_cast<size_t>(u.toString().size());
+          })},
          {"qt-encoded", [d](size_t i) { return QUrl(d->qurls[i]).toEncoded().toStdString(); },
-          [d](const Items& items) {
-              QUrl u;
-              size_t sum = 0;
-              for (size_t i : items) {
-                  u.setUrl(d->qurls[i]);
-                  sum += static_cast<size_t>(u.toEncoded().size());
-              }
-              return sum;
-          }}});
+          loopOver<QUrl>([d](QUrl& u, size_t i) {
+              u.setUrl(d->qurls[i]);
+              return static_cast<size_t>(u.toEncoded().size());
+          })}});
 
     auto pair = [d](size_t i) { return d->from[i] + " -> " + d->to[i]; };
     registerCase(
@@ -471,41 +449,28 @@ void registerAll() {
               vfcRelative(d->vfrom[i], d->vto[i], a, b, rel, out);
               return asString(out);
           },
-          [d](const Items& items) {
-              vPathComponentList a, b, rel;
-              vString out;
-              size_t sum = 0;
-              for (size_t i : items) {
-                  vfcRelative(d->vfrom[i], d->vto[i], a, b, rel, out);
-                  sum += out.length();
-              }
-              return sum;
-          }},
+          loopOver<std::tuple<vPathComponentList, vPathComponentList, vPathComponentList,
+                              vString>>([d](auto& s, size_t i) {
+              auto& [a, b, rel, out] = s;
+              vfcRelative(d->vfrom[i], d->vto[i], a, b, rel, out);
+              return out.length();
+          })},
          {"std",
           [d](size_t i) {
               return fs::path(d->to[i]).lexically_relative(d->from[i]).generic_string();
           },
-          [d](const Items& items) {
-              fs::path from, to;
-              size_t sum = 0;
-              for (size_t i : items) {
-                  from.assign(d->from[i]);
-                  to.assign(d->to[i]);
-                  sum += to.lexically_relative(from).generic_string().size();
-              }
-              return sum;
-          }},
+          loopOver<std::pair<fs::path, fs::path>>([d](auto& s, size_t i) {
+              auto& [from, to] = s;
+              from.assign(d->from[i]);
+              to.assign(d->to[i]);
+              return to.lexically_relative(from).generic_string().size();
+          })},
          {"qt",
           [d](size_t i) { return QDir(d->qfrom[i]).relativeFilePath(d->qto[i]).toStdString(); },
-          [d](const Items& items) {
-              QDir dir;
-              size_t sum = 0;
-              for (size_t i : items) {
-                  dir.setPath(d->qfrom[i]);
-                  sum += static_cast<size_t>(dir.relativeFilePath(d->qto[i]).size());
-              }
-              return sum;
-          }}});
+          loopOver<QDir>([d](QDir& dir, size_t i) {
+              dir.setPath(d->qfrom[i]);
+              return static_cast<size_t>(dir.relativeFilePath(d->qto[i]).size());
+          })}});
 
     auto baseAndRef = [d](size_t i) { return d->bases[i] + " + " + d->refs[i]; };
     registerCase(
@@ -516,39 +481,27 @@ void registerAll() {
               return vcResolveURL(d->vbases[i], d->vrefs[i], out) ? asString(out)
                                                                   : std::string("(failed)");
           },
-          [d](const Items& items) {
-              vString out;
-              size_t sum = 0;
-              for (size_t i : items)
-                  if (vcResolveURL(d->vbases[i], d->vrefs[i], out)) sum += out.length();
-              return sum;
-          }},
+          loopOver<vString>([d](vString& out, size_t i) {
+              return vcResolveURL(d->vbases[i], d->vrefs[i], out) ? out.length() : 0;
+          })},
          {"poco",
           [d](size_t i) {
               Poco::URI u;
               return orError([&] { return pocoResolve(u, d->bases[i], d->refs[i]); });
           },
-          [d](const Items& items) {
-              Poco::URI u;
-              size_t sum = 0;
-              for (size_t i : items)
-                  sum += pocoResolve(u, d->bases[i], d->refs[i]).size();
-              return sum;
-          }},
+          loopOver<Poco::URI>([d](Poco::URI& u, size_t i) {
+              return pocoResolve(u, d->bases[i], d->refs[i]).size();
+          })},
          {"qt",
           [d](size_t i) {
               return QUrl(d->qbases[i]).resolved(QUrl(d->qrefs[i])).toString().toStdString();
           },
-          [d](const Items& items) {
-              QUrl base, ref;
-              size_t sum = 0;
-              for (size_t i : items) {
-                  base.setUrl(d->qbases[i]);
-                  ref.setUrl(d->qrefs[i]);
-                  sum += static_cast<size_t>(base.resolved(ref).toString().size());
-              }
-              return sum;
-          }}});
+          loopOver<std::pair<QUrl, QUrl>>([d](auto& s, size_t i) {
+              auto& [base, ref] = s;
+              base.setUrl(d->qbases[i]);
+              ref.setUrl(d->qrefs[i]);
+              return static_cast<size_t>(base.resolved(ref).toString().size());
+          })}});
 
     auto reg = [](const std::string& kase, const char* engine, std::function<void(State&)> fn) {
         std::string name = kase + "/" + engine;

@@ -4,7 +4,8 @@
 #   make test         build everything and run every test (non-zero exit on any failure)
 #   make test-asan    the same under AddressSanitizer, UndefinedBehaviorSanitizer, LeakSanitizer
 #   make test-windows build for 64-bit Windows (MinGW-w64) and run every test under Wine
-#   make bench        build and run the benchmarks (Release)
+#   make bench        build and run the benchmarks (Release); BENCH_FLAGS go to every program,
+#                     e.g. BENCH_FLAGS=--benchmark_repetitions=3 for the median of three runs
 #   make fuzz         build the fuzzers with clang and run each for FUZZ_SECONDS
 #   make install PREFIX=/some/where
 #   make coverage     run every test on an instrumented build; line coverage of vfc/ (gcovr)
@@ -18,6 +19,7 @@ WERROR     ?= OFF
 PREFIX     ?= /usr/local
 JOBS       ?= $(shell nproc 2>/dev/null || echo 2)
 FUZZ_SECONDS ?= 60
+BENCH_FLAGS  ?=
 BUILD      ?= build
 
 CMAKE_CONFIGURE = cmake -G Ninja -DCMAKE_CXX_COMPILER=$(CXX) -DVFC_WERROR=$(WERROR)
@@ -124,7 +126,7 @@ bench:
 	@set -e; export VFC_BENCH_SUMMARY=$(CURDIR)/$(BUILD)-bench/summary.tsv; \
 	for b in string_bench regex_bench collections_bench path_bench io_bench files_bench \
 	    process_bench persist_bench; do \
-	    if [ -x $(BUILD)-bench/bench/$$b ]; then $(BUILD)-bench/bench/$$b; \
+	    if [ -x $(BUILD)-bench/bench/$$b ]; then $(BUILD)-bench/bench/$$b $(BENCH_FLAGS); \
 	    else echo "$$b not built (a peer library is missing)"; fi; \
 	done
 	$(BUILD)-bench/bench/bench_summary $(BUILD)-bench/summary.tsv

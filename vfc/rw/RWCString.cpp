@@ -189,10 +189,11 @@ uint64_t mix(uint64_t h, uint64_t word) {
     return h ^ (h >> 29);
 }
 
-uint64_t loadWord(const unsigned char* p, bool fold) {
+template <bool Fold>
+uint64_t loadWord(const unsigned char* p) {
     uint64_t w;
     std::memcpy(&w, p, 8);
-    if (fold) {
+    if (Fold) {
         // Set bit 5 of every byte that is an upper-case ASCII letter.
         uint64_t high = 0x8080808080808080ull;
         uint64_t ge_a = (w | high) - 0x4141414141414141ull;  // byte >= 'A'
@@ -203,23 +204,21 @@ uint64_t loadWord(const unsigned char* p, bool fold) {
     return w;
 }
 
-}  // namespace
-
-unsigned RWCString::hash(caseCompare cmp) const {
-    const auto* p = reinterpret_cast<const unsigned char*>(p_);
-    const size_t n = length();
+// The exact and the case-folding hash are compiled apart, so that the exact one, the common
+// case, needs no registers for the folding masks.
+template <bool Fold>
+unsigned hashBytes(const unsigned char* p, size_t n) {
     const unsigned char* const end = p + n;
-    const bool fold = cmp == ignoreCase;
     uint64_t h = 0x243F6A8885A308D3ull ^ n;
     // Sixteen bytes a step: the two words are multiplied apart and folded in together, which
     // halves the chain of dependent multiplications.
     for (; end - p >= 16; p += 16) {
-        uint64_t a = loadWord(p, fold) * 0x9E3779B97F4A7C15ull;
-        uint64_t b = loadWord(p + 8, fold) * 0xC2B2AE3D27D4EB4Full;
+        uint64_t a = loadWord<Fold>(p) * 0x9E3779B97F4A7C15ull;
+        uint64_t b = loadWord<Fold>(p + 8) * 0xC2B2AE3D27D4EB4Full;
         h = mix(h, a ^ (b >> 32 | b << 32));
     }
     if (end - p >= 8) {
-        h = mix(h, loadWord(p, fold));
+        h = mix(h, loadWord<Fold>(p));
         p += 8;
     }
     if (const size_t rest = static_cast<size_t>(end - p)) {
@@ -227,17 +226,28 @@ unsigned RWCString::hash(caseCompare cmp) const {
         // has eight bytes, else byte by byte.
         uint64_t last = 0;
         if (n >= 8) {
-            last = loadWord(end - 8, fold) >> (8 * (8 - rest));
+            last = loadWord<Fold>(end - 8) >> (8 * (8 - rest));
         } else {
             for (size_t i = 0; i < rest; ++i) {
-                unsigned char c = fold ? foldAscii(p[i]) : p[i];
+                unsigned char c = Fold ? foldAscii(p[i]) : p[i];
                 last |= static_cast<uint64_t>(c) << (8 * i);
             }
         }
         h = mix(h, last);
     }
-    h *= 0xD6E8FEB86659FD93ull;
+    // Every step ends in a multiplication whose high half depends on all the bytes so far.
     return static_cast<unsigned>(h >> 32);
+}
+
+[[gnu::noinline]] unsigned hashFolded(const unsigned char* p, size_t n) {
+    return hashBytes<true>(p, n);
+}
+
+}  // namespace
+
+unsigned RWCString::hash(caseCompare cmp) const {
+    const auto* p = reinterpret_cast<const unsigned char*>(p_);
+    return cmp == ignoreCase ? hashFolded(p, length()) : hashBytes<false>(p, length());
 }
 
 size_t RWCString::index(const char* pat, size_t patLength, size_t start, caseCompare cmp) const {

@@ -331,12 +331,7 @@ bool vTypedHash<Self, K, V, Id>::isEqual(const RWCollectable* p) const {
 template <class Self, class K, class V, RWClassID Id>
 template <class Stream>
 void vTypedHash<Self, K, V, Id>::fSave(Stream& s) const {
-    vpTypedIO::fWriteCount(s, aHash.fEntries());
-    vHashIterator it(aHash);
-    while (it.fAdvance()) {
-        vfc::rw::saveObject(s, it.apKey());
-        vfc::rw::saveObject(s, it.apValue());
-    }
+    aHash.saveGuts(s);
 }
 
 template <class Self, class K, class V, RWClassID Id>

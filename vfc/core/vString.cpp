@@ -161,12 +161,7 @@ void vString::fTrim() {
     size_t end = n;
     while (end > lead && blank(p[end - 1]))
         --end;
-    if (lead == 0 && end == n) return;
-    // One pass over the buffer: an unshared one keeps its place, a shared one is copied once.
-    resizeAndOverwrite(n, [lead, end](char* buf, size_t) {
-        std::memmove(buf, buf + lead, end - lead);
-        return end - lead;
-    });
+    keepOnly(lead, end - lead);
 }
 
 bool vString::fReplaceAll(const vRegExp& re, const vString& replacement) {

@@ -182,6 +182,16 @@ TEST(vString, TrimsOnlyBlanksAndTabs) {
         vString s(r.in);
         s.fTrim();
         EXPECT_EQ(str(s), r.out) << '"' << r.in << '"';
+        EXPECT_EQ(s.data()[s.length()], '\0');
+        // Trimming a copy that shares the buffer leaves the original as it was, then and after
+        // the copy changes again.
+        vString original(r.in), copy(original);
+        copy.fTrim();
+        EXPECT_EQ(str(copy), r.out);
+        EXPECT_EQ(copy.data()[copy.length()], '\0');
+        copy.append("!");
+        EXPECT_EQ(str(original), r.in);
+        EXPECT_EQ(str(copy), std::string(r.out) + "!");
     }
 }
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <ostream>
+#include <utility>
 
 #include "vfc/rw/RWCRegexp.h"
 #include "vfc/rw/RWCSubString.h"
@@ -53,6 +54,18 @@ void RWCString::reserveUnique(size_t cap) {
     reinterpret_cast<Rep*>(fresh)[-1].len = keep;
     release();
     p_ = fresh;
+}
+
+void RWCString::keepOnly(size_t pos, size_t n) {
+    Rep* r = rep();
+    if (r == &empty_.rep || (pos == 0 && n == r->len)) return;
+    if (r->refs.load(std::memory_order_acquire) == 1) {
+        std::memmove(p_, p_ + pos, n);
+        setLength(n);
+        return;
+    }
+    RWCString part(p_ + pos, n);
+    std::swap(p_, part.p_);
 }
 
 RWCString::RWCString(const char* s) : RWCString(s, s ? std::strlen(s) : 0) {}

@@ -197,6 +197,9 @@ class VFC_API RWCString {
         reserveUnique(length());
         return p_;
     }
+    // Cuts the text down to its n bytes at pos (pos + n <= length()): moved to the front of an
+    // unshared buffer, or copied alone into a buffer of their own when the buffer is shared.
+    void keepOnly(size_t pos, size_t n);
 
   private:
     static int compareViews(std::string_view a, std::string_view b, caseCompare cmp) {

@@ -3,11 +3,6 @@
 #include "vfc/collections/internal/CollectionIO.h"
 #include "vfc/persist/vClassIds.h"
 #include "vfc/rw/RWFactory.h"
-#include "vfc/rw/internal/StoreTable.h"
-
-namespace {
-constexpr size_t kAhead = 8;
-}
 
 RW_DEFINE_COLLECTABLE(vHash, vClassID::vHash)
 
@@ -135,24 +130,9 @@ RWCollectable* vHash::copy() const {
 
 template <class Out>
 void vHash::saveEntries(Out& out) const {
-    vfc::collections::writeCount(out, entries());
-    vfc::rw::SaveTable& table = out.saveTable();
-    const size_t span = entrySpan();
-    for (size_t i = 0; i < span; ++i) {
-        if (i + kAhead < span) {
-            const Entry& next = entryAt(i + kAhead);
-            if (next.key) {
-                __builtin_prefetch(next.key);
-                __builtin_prefetch(next.value);
-                table.prefetch(next.key);
-                table.prefetch(next.value);
-            }
-        }
-        const Entry& e = entryAt(i);
-        if (!e.key) continue;
-        vfc::rw::saveObject(out, e.key);
-        vfc::rw::saveObject(out, e.value);
-    }
+    vfc::collections::saveLiveEntries(
+        out, entries(), entrySpan(), [this](size_t i) -> const Entry& { return entryAt(i); },
+        true);
 }
 
 template <class In>

@@ -142,8 +142,6 @@ class vTypedHash : public RWCollectable {
         out.append(digits, static_cast<size_t>(n));
     }
     template <class Stream>
-    void fSave(Stream& s) const;
-    template <class Stream>
     void fRestore(Stream& s);
 
     vHash aHash;
@@ -330,12 +328,6 @@ bool vTypedHash<Self, K, V, Id>::isEqual(const RWCollectable* p) const {
 
 template <class Self, class K, class V, RWClassID Id>
 template <class Stream>
-void vTypedHash<Self, K, V, Id>::fSave(Stream& s) const {
-    aHash.saveGuts(s);
-}
-
-template <class Self, class K, class V, RWClassID Id>
-template <class Stream>
 void vTypedHash<Self, K, V, Id>::fRestore(Stream& s) {
     fClearAndDestroy();
     vpTypedIO::fRestorePairs<K, V>(
@@ -354,12 +346,12 @@ void vTypedHash<Self, K, V, Id>::restoreGuts(RWFile& f) {
 
 template <class Self, class K, class V, RWClassID Id>
 void vTypedHash<Self, K, V, Id>::saveGuts(RWvostream& s) const {
-    fSave(s);
+    aHash.saveGuts(s);
 }
 
 template <class Self, class K, class V, RWClassID Id>
 void vTypedHash<Self, K, V, Id>::saveGuts(RWFile& f) const {
-    fSave(f);
+    aHash.saveGuts(f);
 }
 
 #endif  // VFC_COLLECTIONS_VTYPEDHASH_H

@@ -10,6 +10,7 @@
 #include "vfc/rw/RWFile.h"
 #include "vfc/rw/RWvistream.h"
 #include "vfc/rw/RWvostream.h"
+#include "vfc/rw/internal/StoreTable.h"
 
 namespace vfc::collections {
 
@@ -31,6 +32,35 @@ inline bool isGood(const RWvistream& s) {
 }
 inline bool isGood(const RWFile& f) {
     return f.good();
+}
+
+// Writes the count of live entries, then every live entry of a hash table in order: its key and,
+// when withValues, its value, as objects. entryAt(i) is the entry at position i below span, a
+// hole when its key is null. The entries lie in one array but their objects lie anywhere, so the
+// objects of the entry a few places on, and their slots in the identity table, are requested
+// from memory before they are written.
+template <class Out, class EntryAt>
+void saveLiveEntries(Out& out, size_t live, size_t span, EntryAt entryAt, bool withValues) {
+    constexpr size_t kAhead = 8;
+    writeCount(out, live);
+    const vfc::rw::SaveTable& table = out.saveTable();
+    for (size_t i = 0; i < span; ++i) {
+        if (i + kAhead < span) {
+            const auto& next = entryAt(i + kAhead);
+            if (next.key) {
+                __builtin_prefetch(next.key);
+                __builtin_prefetch(table.slotAddress(next.key));
+                if (withValues) {
+                    __builtin_prefetch(next.value);
+                    __builtin_prefetch(table.slotAddress(next.value));
+                }
+            }
+        }
+        const auto& e = entryAt(i);
+        if (!e.key) continue;
+        vfc::rw::saveObject(out, e.key);
+        if (withValues) vfc::rw::saveObject(out, e.value);
+    }
 }
 
 // Reads a count and that many objects, handing each to store(p), which answers whether it kept p;

@@ -94,9 +94,9 @@ bool vpOwningHashed<Self, Base, Unique>::isEqual(const RWCollectable* other) con
 template <class Self, class Base, bool Unique>
 template <class Out>
 void vpOwningHashed<Self, Base, Unique>::saveElements(Out& out) const {
-    vfc::collections::writeCount(out, this->entries());
-    for (size_t i = 0; i < this->entrySpan(); ++i)
-        if (this->entryAt(i).key) vfc::rw::saveObject(out, this->entryAt(i).key);
+    vfc::collections::saveLiveEntries(
+        out, this->entries(), this->entrySpan(),
+        [this](size_t i) -> decltype(auto) { return this->entryAt(i); }, false);
 }
 
 template <class Self, class Base, bool Unique>

@@ -36,9 +36,11 @@ class SaveTable {
         }
     }
 
-    // Starts loading the slot p would take, for a caller that knows which objects come next.
-    void prefetch(const RWCollectable* p) const {
-        if (!slots_.empty()) __builtin_prefetch(&slots_[hashOf(p) & (slots_.size() - 1)]);
+    // Where p's search starts (null while the table is empty), for a writer that knows which
+    // objects come next and asks for their slots ahead. The caller prefetches it: a prefetch in
+    // a function of its own would be dropped by the compiler as work without an effect.
+    const void* slotAddress(const RWCollectable* p) const {
+        return slots_.empty() ? nullptr : &slots_[hashOf(p) & (slots_.size() - 1)];
     }
 
     void clear() {

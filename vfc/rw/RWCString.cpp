@@ -58,7 +58,7 @@ void RWCString::reserveUnique(size_t cap) {
 
 void RWCString::keepOnly(size_t pos, size_t n) {
     Rep* r = rep();
-    if (r == &empty_.rep || (pos == 0 && n == r->len)) return;
+    if (pos == 0 && n == r->len) return;  // the shared empty string always returns here
     if (r->refs.load(std::memory_order_acquire) == 1) {
         std::memmove(p_, p_ + pos, n);
         setLength(n);
